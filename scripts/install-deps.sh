@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs the Debian 12 packages drivewiz needs to build, test, benchmark and run
+# its demo. Only missing packages are installed, so running it twice is cheap.
+set -euo pipefail
+
+packages=(
+  g++ make cmake pkg-config ninja-build
+  qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-svg-dev
+  libqt6svg6 libgl-dev libxkbcommon-dev
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
+  libsimpleini-dev zlib1g-dev
+  fontconfig fonts-dejavu-core
+  xvfb xdotool x11-utils
+  python3
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+if [ "$(id -u)" -ne 0 ]; then
+  echo "drivewiz: missing packages: ${missing[*]}" >&2
+  echo "drivewiz: run as root (or install them) and try again" >&2
+  exit 1
+fi
+
+echo "drivewiz: installing ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+apt-get update -qq
+apt-get install -y -qq --no-install-recommends "${missing[@]}"
