@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Runs every benchmark executable of a release build and merges their Google Benchmark
+# JSON into <out>/results.json.
+set -euo pipefail
+build=${1:?build folder}
+out=${2:?output folder}
+mkdir -p "$out"
+export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
+
+mapfile -t benches < <(find "$build/bench" -maxdepth 1 -type f -name 'bench_*' -perm -u+x | sort)
+if [ ${#benches[@]} -eq 0 ]; then
+  echo "drivewiz: no benchmarks built" >&2
+  exit 1
+fi
+parts=()
+for b in "${benches[@]}"; do
+  name=$(basename "$b")
+  echo "== $name"
+  "$b" --benchmark_out="$out/$name.json" --benchmark_out_format=json
+  parts+=("$out/$name.json")
+done
+
+python3 - "$out/results.json" "${parts[@]}" <<'PY'
+import json, sys
+target, parts = sys.argv[1], sys.argv[2:]
+merged = None
+for p in parts:
+    with open(p) as f:
+        data = json.load(f)
+    if merged is None:
+        merged = data
+    else:
+        merged["benchmarks"].extend(data["benchmarks"])
+with open(target, "w") as f:
+    json.dump(merged, f, indent=1)
+print(f"drivewiz: {len(merged['benchmarks'])} benchmark results in {target}")
+PY

@@ -1,0 +1,24 @@
+#ifndef DRIVEWIZ_TESTS_TESTING_H
+#define DRIVEWIZ_TESTS_TESTING_H
+
+#include "platform/dialogrecorder.h"
+
+#include <QString>
+
+namespace drivewiz::test {
+
+/// The dialog recorder installed for the running test; it starts empty in every test.
+DialogRecorder &recorder();
+
+/// Path of a file in the source tree, e.g. sourcePath("data/sample/Parameter.csv").
+QString sourcePath(const QString &relative);
+
+/// Writes bytes to a file, creating folders; returns false on failure.
+bool writeFile(const QString &path, const QByteArray &bytes);
+
+/// Reads a whole file (empty when missing).
+QByteArray readFile(const QString &path);
+
+} // namespace drivewiz::test
+
+#endif // DRIVEWIZ_TESTS_TESTING_H
