@@ -1,0 +1,96 @@
+#ifndef DRIVEWIZ_WIZARD_WIZSPRACHE_H
+#define DRIVEWIZ_WIZARD_WIZSPRACHE_H
+
+#include "drivewiz_global.h"
+
+#include <QString>
+
+namespace drivewiz {
+
+// The common strings: texts the components show themselves (messages, captions, unit
+// words). They start as the German defaults and are replaced from section "ComStr" of
+// the language file. Texts holding "%s" take the parameter's coordinate.
+
+extern DRIVEWIZ_EXPORT QString s_MustBeInteger;        ///< key "s1"
+extern DRIVEWIZ_EXPORT QString s_NoValidCoord;         ///< key "s2"
+extern DRIVEWIZ_EXPORT QString s_FileInfo1;            ///< key "s3"
+extern DRIVEWIZ_EXPORT QString s_ParFileNotFound;      ///< key "s4"
+extern DRIVEWIZ_EXPORT QString s_Koordinate;           ///< key "s5"
+extern DRIVEWIZ_EXPORT QString s_MustBeANumber;        ///< key "s6"
+extern DRIVEWIZ_EXPORT QString s_ValOutOfLims;         ///< key "s7"
+extern DRIVEWIZ_EXPORT QString s_ClickForParDesc;      ///< key "s8"
+extern DRIVEWIZ_EXPORT QString s_ChoosePar;            ///< key "s9"
+extern DRIVEWIZ_EXPORT QString s_InputPar;             ///< key "s10"
+extern DRIVEWIZ_EXPORT QString s_ValRange;             ///< key "s11"
+extern DRIVEWIZ_EXPORT QString s_DatenTyp;             ///< key "s12"
+extern DRIVEWIZ_EXPORT QString s_Info;                 ///< key "s13"
+extern DRIVEWIZ_EXPORT QString s_TextNotFound;         ///< key "s14"
+extern DRIVEWIZ_EXPORT QString s_NotMoreFound;         ///< key "s15"
+extern DRIVEWIZ_EXPORT QString s_TxtCannotFocus;       ///< key "s16"
+extern DRIVEWIZ_EXPORT QString s_Cancel;               ///< key "s17"
+extern DRIVEWIZ_EXPORT QString s_ModifWillBeLost;      ///< key "s18"
+extern DRIVEWIZ_EXPORT QString s_ModifWillRetain;      ///< key "s19"
+extern DRIVEWIZ_EXPORT QString s_TerminateWiz;         ///< key "s20"
+extern DRIVEWIZ_EXPORT QString s_CancelWiz;            ///< key "s21"
+extern DRIVEWIZ_EXPORT QString s_Search;               ///< key "s22"
+extern DRIVEWIZ_EXPORT QString s_SearchTextHint;       ///< key "s23"
+extern DRIVEWIZ_EXPORT QString s_InputSearchTxt;       ///< key "s24"
+extern DRIVEWIZ_EXPORT QString s_Next;                 ///< key "s25"
+extern DRIVEWIZ_EXPORT QString s_Back;                 ///< key "s26"
+extern DRIVEWIZ_EXPORT QString s_SignalFlow;           ///< key "s27"
+extern DRIVEWIZ_EXPORT QString s_ResTlgrLength;        ///< key "s29"
+extern DRIVEWIZ_EXPORT QString s_MaxLen;               ///< key "s30"
+extern DRIVEWIZ_EXPORT QString s_ParUnknown;           ///< key "s31"
+extern DRIVEWIZ_EXPORT QString s_DataTypeI16only;      ///< key "s32"
+extern DRIVEWIZ_EXPORT QString s_ScaleReadDoc;         ///< key "s33"
+extern DRIVEWIZ_EXPORT QString s_SkalingError;         ///< key "s34"
+extern DRIVEWIZ_EXPORT QString s_Default;              ///< key "s35"
+extern DRIVEWIZ_EXPORT QString s_ObservePar;           ///< key "s36"
+extern DRIVEWIZ_EXPORT QString s_means;                ///< key "s37"
+extern DRIVEWIZ_EXPORT QString s_SignalFix0V;          ///< key "s38"
+extern DRIVEWIZ_EXPORT QString s_SignalFix24V;         ///< key "s39"
+extern DRIVEWIZ_EXPORT QString s_SignalSourceBit;      ///< key "s40"
+extern DRIVEWIZ_EXPORT QString s_InParam;              ///< key "s41"
+extern DRIVEWIZ_EXPORT QString s_currValue;            ///< key "s42"
+extern DRIVEWIZ_EXPORT QString s_DblClckToSource;      ///< key "s43"
+extern DRIVEWIZ_EXPORT QString s_BinInput;             ///< key "s44"
+extern DRIVEWIZ_EXPORT QString s_Terminal;             ///< key "s45"
+extern DRIVEWIZ_EXPORT QString s_OptBoard;             ///< key "s46"
+extern DRIVEWIZ_EXPORT QString s_SigInvert;            ///< key "s47"
+extern DRIVEWIZ_EXPORT QString s_SignalSourcePar;      ///< key "s48"
+extern DRIVEWIZ_EXPORT QString s_Ink;                  ///< key "s49"
+extern DRIVEWIZ_EXPORT QString s_Upm;                  ///< key "s50"
+extern DRIVEWIZ_EXPORT QString s_nMotor;               ///< key "s51"
+extern DRIVEWIZ_EXPORT QString s_Mmotor;               ///< key "s52"
+extern DRIVEWIZ_EXPORT QString s_EncRev;               ///< key "s53"
+extern DRIVEWIZ_EXPORT QString s_Jges;                 ///< key "s54"
+extern DRIVEWIZ_EXPORT QString s_NoMovePossible;       ///< key "s55"
+extern DRIVEWIZ_EXPORT QString s_RuckDoku;             ///< key "s57"
+extern DRIVEWIZ_EXPORT QString s_StringLen;            ///< key "s58"
+extern DRIVEWIZ_EXPORT QString s_No;                   ///< key "s59"
+extern DRIVEWIZ_EXPORT QString s_CopyToClipbrd;        ///< key "s60"
+extern DRIVEWIZ_EXPORT QString s_FreigabeAus;          ///< key "s61"
+extern DRIVEWIZ_EXPORT QString s_ParamInvalid;         ///< key "s62"
+extern DRIVEWIZ_EXPORT QString s_ParamFeldbus;         ///< key "s63"
+extern DRIVEWIZ_EXPORT QString s_AADataTypeI32Message; ///< key "s64"
+extern DRIVEWIZ_EXPORT QString s_AAValueUndefined;     ///< key "s65"
+extern DRIVEWIZ_EXPORT QString s_ValAdjusted;          ///< key "s66"
+extern DRIVEWIZ_EXPORT QString s_SetToDefault;         ///< key "s67"
+
+/// One common string: its key in section "ComStr", its variable and German default.
+struct CommonString
+{
+    const char *key;
+    QString *variable;
+    const char *defaultText;
+};
+
+/// All common strings in declaration order.
+DRIVEWIZ_EXPORT const CommonString *commonStrings(int *count);
+
+/// Puts every common string back to its German default.
+DRIVEWIZ_EXPORT void ResetCommonStrings();
+
+} // namespace drivewiz
+
+#endif // DRIVEWIZ_WIZARD_WIZSPRACHE_H
