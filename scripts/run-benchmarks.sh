@@ -6,6 +6,8 @@ build=${1:?build folder}
 out=${2:?output folder}
 mkdir -p "$out"
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
+export DRIVEWIZ_BENCH_DATA="$out/data"
+mkdir -p "$DRIVEWIZ_BENCH_DATA"
 
 mapfile -t benches < <(find "$build/bench" -maxdepth 1 -type f -name 'bench_*' -perm -u+x | sort)
 if [ ${#benches[@]} -eq 0 ]; then
@@ -35,3 +37,9 @@ with open(target, "w") as f:
     json.dump(merged, f, indent=1)
 print(f"drivewiz: {len(merged['benchmarks'])} benchmark results in {target}")
 PY
+
+# The peer: Python's csv module on the same generated file.
+if [ -f "$DRIVEWIZ_BENCH_DATA/desc100k.csv" ]; then
+  python3 "$(dirname "$0")/../bench/python_csv_peer.py" "$DRIVEWIZ_BENCH_DATA/desc100k.csv" 5 \
+    | tee "$out/python_csv_peer.txt"
+fi

@@ -4,6 +4,24 @@
 #include "platform/dialogrecorder.h"
 
 #include <QString>
+#include <QStringList>
+
+#include <ostream>
+
+// Readable QString values in failure messages.
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString &s, std::ostream *os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
+inline void PrintTo(const QStringList &l, std::ostream *os)
+{
+    *os << '{';
+    for (qsizetype i = 0; i < l.size(); ++i)
+        *os << (i ? ", \"" : "\"") << l.at(i).toStdString() << '"';
+    *os << '}';
+}
+QT_END_NAMESPACE
 
 namespace drivewiz::test {
 

@@ -1,0 +1,348 @@
+#include "paramtable/para_import.h"
+
+#include "paramtable/coordinates.h"
+#include "paramtable/para_import_p.h"
+#include "platform/dialogs.h"
+
+#include <algorithm>
+
+namespace drivewiz {
+
+namespace {
+
+const QString kSortTitle = QStringLiteral("par");
+
+QString lowerTitle(const QString &title)
+{
+    return title.trimmed().toLower();
+}
+
+quint64 overrideKey(int row, int column)
+{
+    return (quint64(quint32(row)) << 32) | quint32(column);
+}
+
+// Left-pads with '0' to the width; a longer text stays as it is.
+QString padZero(const QString &s, int width)
+{
+    return s.size() >= width ? s : QString(width - s.size(), QLatin1Char('0')) + s;
+}
+
+} // namespace
+
+TImportTable::TImportTable() = default;
+TImportTable::~TImportTable() = default;
+
+void TImportTable::Clear()
+{
+    m_titles.clear();
+    m_sortedTitles.clear();
+    m_buffer.clear();
+    m_buffer.shrink_to_fit();
+    m_offsets.clear();
+    m_offsets.shrink_to_fit();
+    m_overrides.clear();
+    m_rowKeys.clear();
+    m_rowKeys.shrink_to_fit();
+    m_mainIndex.clear();
+    m_sortedKeys.clear();
+    m_indexValid = false;
+    m_rowCount = 0;
+    m_csvColumns = 0;
+    m_colName = m_colKoordinate = m_colAchse = m_colNummer = -1;
+    m_delimiter = 0;
+}
+
+// --- columns ------------------------------------------------------------------------
+
+void TImportTable::CheckCSVdelim(const QString &titleLine)
+{
+    m_delimiter = ',';
+    const bool comma = titleLine.contains(QLatin1Char(','));
+    const bool semicolon = titleLine.contains(QLatin1Char(';'));
+    if (comma && semicolon)
+        ShowMessage(QStringLiteral("Fehler: Titelzeile in CSV-Datei darf nicht Komma und "
+                                   "Semikolon gleichzeitig enthalten!"));
+    if (semicolon)
+        m_delimiter = ';';
+}
+
+int TImportTable::InitColumnArray(const QString &titleLine)
+{
+    Clear();
+    CheckCSVdelim(titleLine);
+    const TCharSet delims{QString(QLatin1Char(m_delimiter))};
+    const int words = LWordCount(titleLine, delims, ewSingleDelim);
+    m_csvColumns = words;
+    for (int i = 0; i < words; ++i) {
+        const QString title = ExtractCSVWord(i + 1, titleLine, delims).toLower();
+        m_titles << title;
+        const QString key = title.trimmed();
+        if (key == QLatin1String("name"))
+            m_colName = i;
+        else if (key == QLatin1String("koordinate"))
+            m_colKoordinate = i;
+        else if (key == QLatin1String("achse"))
+            m_colAchse = i;
+        else if (key == QLatin1String("nummer"))
+            m_colNummer = i;
+    }
+    m_titles << kSortTitle;
+    m_sortedTitles.resize(size_t(m_titles.size()));
+    for (int i = 0; i < m_titles.size(); ++i)
+        m_sortedTitles[size_t(i)] = i;
+    std::stable_sort(m_sortedTitles.begin(), m_sortedTitles.end(), [this](int a, int b) {
+        return m_titles.at(a).trimmed() < m_titles.at(b).trimmed();
+    });
+    return words;
+}
+
+void TImportTable::SetColumnArrayLength(int rows)
+{
+    if (rows <= 0)
+        return;
+    m_offsets.reserve(size_t(rows) * size_t(m_csvColumns + 1));
+    m_rowKeys.reserve(size_t(rows));
+}
+
+int TImportTable::ColNoByName(const QString &title) const
+{
+    if (m_titles.isEmpty()) {
+        ShowMessage(QStringLiteral("Fehler beim Zugriff auf Spalte \"") + title +
+                    QStringLiteral("\"\r\"fColTitles\" noch nicht initialisiert!"));
+        return -1;
+    }
+    const QString key = lowerTitle(title);
+    const auto it = std::lower_bound(m_sortedTitles.begin(), m_sortedTitles.end(), key,
+                                     [this](int col, const QString &k) {
+                                         return m_titles.at(col).trimmed() < k;
+                                     });
+    if (it == m_sortedTitles.end() || m_titles.at(*it).trimmed() != key) {
+        ShowMessage(QStringLiteral("Fehler: Spalte ") + title +
+                    QStringLiteral(" im CSV-File nicht gefunden!"));
+        return -1;
+    }
+    if (*it >= ColCount()) {
+        ShowMessage(QStringLiteral("Fehler bei Index-Ermittlung bei Spalte ") + title +
+                    QStringLiteral("(") + QString::number(*it) + QStringLiteral(")"));
+        return -1;
+    }
+    return *it;
+}
+
+bool TImportTable::ColumnExists(const QString &title) const
+{
+    return ColNoByName(title) >= 0;
+}
+
+bool TImportTable::HasColumn(const QString &title) const
+{
+    const QString key = lowerTitle(title);
+    return std::any_of(m_titles.begin(), m_titles.end(),
+                       [&key](const QString &t) { return t.trimmed() == key; });
+}
+
+// --- cells ----------------------------------------------------------------------------
+
+int TImportTable::rowAt(int p) const
+{
+    if (p < 0 || p >= m_rowCount)
+        return -1;
+    // Before the first rebuild the positions are the file order.
+    if (size_t(p) < m_mainIndex.size())
+        return m_mainIndex[size_t(p)];
+    return p;
+}
+
+int TImportTable::RowOfPosition(int p) const
+{
+    return rowAt(p);
+}
+
+QString TImportTable::cell(int row, int column) const
+{
+    if (row < 0 || row >= m_rowCount || column < 0)
+        return QString();
+    if (column == m_csvColumns)
+        return QString::fromUtf8(m_rowKeys[size_t(row)].data(),
+                                 qsizetype(m_rowKeys[size_t(row)].size()));
+    if (column > m_csvColumns)
+        return QString();
+    const size_t base = size_t(row) * size_t(m_csvColumns + 1) + size_t(column);
+    const quint32 begin = m_offsets[base];
+    if (begin & kOverridden) {
+        const auto it = m_overrides.find(overrideKey(row, column));
+        return it == m_overrides.end() ? QString() : it->second;
+    }
+    const quint32 end = m_offsets[base + 1] & ~kOverridden;
+    return QString::fromUtf8(m_buffer.data() + begin, qsizetype(end - begin));
+}
+
+void TImportTable::setCell(int row, int column, const QString &value)
+{
+    if (row < 0 || row >= m_rowCount || column < 0 || column >= m_csvColumns)
+        return;
+    const size_t base = size_t(row) * size_t(m_csvColumns + 1) + size_t(column);
+    m_offsets[base] |= kOverridden;
+    m_overrides[overrideKey(row, column)] = value;
+    if (column == m_colKoordinate || column == m_colAchse || column == m_colNummer) {
+        const std::string before = m_rowKeys[size_t(row)];
+        updateSortKey(row);
+        // A changed key column moves the row; keep lookups right at once.
+        if (m_indexValid && before != m_rowKeys[size_t(row)])
+            ReBuildMainIndex();
+    }
+}
+
+QString TImportTable::CellAt(int p, int column) const
+{
+    return cell(rowAt(p), column);
+}
+
+void TImportTable::SetCellAt(int p, int column, const QString &value)
+{
+    setCell(rowAt(p), column, value);
+}
+
+QString TImportTable::ValueByColName(int p, const QString &title) const
+{
+    const int column = ColNoByName(title);
+    const int row = rowAt(p);
+    if (column < 0 || row < 0)
+        return QStringLiteral("?");
+    return cell(row, column);
+}
+
+void TImportTable::SetValueByColName(int p, const QString &title, const QString &value)
+{
+    const int row = rowAt(p);
+    if (row < 0)
+        return;
+    setCell(row, ColNoByName(title), value);
+}
+
+void TImportTable::updateSortKey(int row)
+{
+    const auto raw = [this, row](int column, std::string &store) -> const std::string & {
+        store = column < 0 ? std::string() : cell(row, column).toStdString();
+        return store;
+    };
+    std::string k, a, n;
+    raw(m_colKoordinate, k);
+    raw(m_colAchse, a);
+    raw(m_colNummer, n);
+    m_rowKeys[size_t(row)] = m_colKoordinate < 0 || k.empty()
+                                 ? std::string()
+                                 : importdetail::sortKey(k.data(), k.size(), a.data(), a.size(),
+                                                         n.data(), n.size());
+}
+
+// --- main index and lookups -------------------------------------------------------------
+
+void TImportTable::ReBuildMainIndex()
+{
+    m_indexValid = false;
+    m_mainIndex.resize(size_t(m_rowCount));
+    for (int i = 0; i < m_rowCount; ++i)
+        m_mainIndex[size_t(i)] = i;
+    const auto less = [this](int a, int b) { return m_rowKeys[size_t(a)] < m_rowKeys[size_t(b)]; };
+    // Description files are written in coordinate order: skip the sort when they are.
+    if (!std::is_sorted(m_mainIndex.begin(), m_mainIndex.end(), less))
+        std::stable_sort(m_mainIndex.begin(), m_mainIndex.end(), less);
+    m_sortedKeys.resize(size_t(m_rowCount));
+    for (int i = 0; i < m_rowCount; ++i)
+        m_sortedKeys[size_t(i)] = m_rowKeys[size_t(m_mainIndex[size_t(i)])];
+    m_indexValid = true;
+}
+
+bool TImportTable::indexOutOfDate() const
+{
+    if (m_mainIndex.size() == size_t(m_rowCount) && m_sortedKeys.size() == size_t(m_rowCount))
+        return false;
+    ShowMessage(QStringLiteral("Internal Error: Index out of date!\rReBuildMainIndex has to be "
+                               "used!"));
+    return true;
+}
+
+QString TImportTable::BuildSortString(const QString &koordinate, const QString &achse,
+                                      const QString &nummer)
+{
+    if (koordinate.isEmpty())
+        return QString();
+    const QString rest = koordinate.mid(1);
+    const int dot = rest.indexOf(QLatin1Char('.'));
+    QString sort = koordinate.left(1);
+    sort += padZero(dot < 0 ? rest : rest.left(dot), 3);
+    sort += dot < 0 ? QStringLiteral("0000")
+                    : padZero(LExtractWord(2, koordinate, TCharSet("."), ewSingleDelim), 4);
+    sort += IsInteger(nummer) ? padZero(nummer.trimmed(), 3) : QStringLiteral("000");
+    sort += IsInteger(achse) ? achse.trimmed() : QStringLiteral("0");
+    return sort;
+}
+
+std::string TImportTable::searchKey(const QString &koordinate, const QString &second) const
+{
+    const QString k = koordinate.trimmed().toUpper();
+    const QString key = m_colNummer >= 0
+                            ? BuildSortString(k, QString(), padZero(second.trimmed(), 3))
+                            : BuildSortString(k, second, QString());
+    return key.trimmed().toUpper().toStdString();
+}
+
+int TImportTable::FindParam(const QString &koordinate, const QString &second) const
+{
+    if (koordinate.isEmpty() || m_rowCount == 0 || indexOutOfDate())
+        return -1;
+    const std::string key = searchKey(koordinate, second);
+    const bool anyNumber = m_colNummer >= 0 && second.trimmed().isEmpty();
+    if (!anyNumber) {
+        const auto it = std::lower_bound(m_sortedKeys.begin(), m_sortedKeys.end(), key);
+        if (it == m_sortedKeys.end() || *it != key)
+            return -1;
+        return int(it - m_sortedKeys.begin());
+    }
+    // The three number digits are read as "000", so rows of every number match.
+    const auto masked = [](std::string s) {
+        for (size_t i = 8; i < 11 && i < s.size(); ++i)
+            s[i] = '0';
+        return s;
+    };
+    const auto it = std::lower_bound(
+        m_sortedKeys.begin(), m_sortedKeys.end(), key,
+        [&masked](const std::string &a, const std::string &k) { return masked(a) < k; });
+    if (it == m_sortedKeys.end() || masked(*it) != key)
+        return -1;
+    return int(it - m_sortedKeys.begin());
+}
+
+int TImportTable::FindParAxUnknown(const QString &koordinate, const QString &axis) const
+{
+    if (!IsKoordinate(koordinate))
+        return -1;
+    const int p = FindParam(koordinate, axis);
+    if (p >= 0)
+        return p;
+    if (IsInteger(axis) && axis.trimmed() != QLatin1String("0"))
+        return FindParam(koordinate, QString());
+    if (isDesigningTable())
+        return FindParam(koordinate, QStringLiteral("1"));
+    return -1;
+}
+
+int TImportTable::FindGruppe(const QString &letter, const QString &axis) const
+{
+    Q_UNUSED(axis)
+    if (letter.size() != 1 || m_rowCount == 0 || indexOutOfDate())
+        return -1;
+    const std::string g = letter.toUpper().toStdString();
+    // The first row of the group, so callers can walk it forward.
+    const auto it = std::lower_bound(m_sortedKeys.begin(), m_sortedKeys.end(), g,
+                                     [](const std::string &a, const std::string &k) {
+                                         return a.compare(0, 1, k) < 0;
+                                     });
+    if (it == m_sortedKeys.end() || it->compare(0, 1, g) != 0)
+        return -1;
+    return int(it - m_sortedKeys.begin());
+}
+
+} // namespace drivewiz

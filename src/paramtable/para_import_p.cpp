@@ -1,0 +1,224 @@
+#include "paramtable/para_import_p.h"
+
+#include "paramtable/coordinates.h"
+#include "paramtable/para_import.h"
+
+#include <cstring>
+
+namespace drivewiz::importdetail {
+
+namespace {
+
+bool isSpace(unsigned char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// QString::trimmed() on ASCII bytes.
+void trim(const char *&s, size_t &len)
+{
+    while (len > 0 && isSpace(static_cast<unsigned char>(*s))) {
+        ++s;
+        --len;
+    }
+    while (len > 0 && isSpace(static_cast<unsigned char>(s[len - 1])))
+        --len;
+}
+
+bool isAscii(const char *s, size_t len)
+{
+    for (size_t i = 0; i < len; ++i) {
+        if (static_cast<unsigned char>(s[i]) >= 0x80)
+            return false;
+    }
+    return true;
+}
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+int hexValue(char c)
+{
+    if (isDigit(c))
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return -1;
+}
+
+void padZero(std::string &out, const char *s, size_t len, size_t width)
+{
+    if (len < width)
+        out.append(width - len, '0');
+    out.append(s, len);
+}
+
+// Word n (1-based) of a text with a single-character delimiter, in single-delimiter mode.
+void extractWordSingle(int n, const char *s, size_t len, char delim, const char *&word,
+                       size_t &wordLen)
+{
+    size_t pos = 0;
+    int count = 0;
+    word = s;
+    wordLen = 0;
+    while (pos < len) {
+        if (s[pos] == delim)
+            ++pos;
+        if (pos >= len)
+            return;
+        const size_t start = pos;
+        while (pos < len && s[pos] != delim)
+            ++pos;
+        if (++count == n) {
+            word = s + start;
+            wordLen = pos - start;
+            return;
+        }
+    }
+}
+
+} // namespace
+
+size_t scanCsvFields(const char *line, size_t len, char delimiter, FieldSpan *fields,
+                     size_t maxFields, bool &unterminated)
+{
+    size_t pos = 0;
+    size_t count = 0;
+    while (count < maxFields) {
+        if (pos < len && line[pos] == delimiter)
+            ++pos;
+        while (pos < len && line[pos] == ' ')
+            ++pos;
+        if (pos >= len)
+            break;
+        FieldSpan &f = fields[count++];
+        if (line[pos] == '"') {
+            f.begin = ++pos;
+            const void *q = std::memchr(line + pos, '"', len - pos);
+            if (!q)
+                unterminated = true;
+            f.end = q ? size_t(static_cast<const char *>(q) - line) : len;
+            pos = q ? f.end + 1 : len;
+            const void *d = pos < len ? std::memchr(line + pos, delimiter, len - pos) : nullptr;
+            pos = d ? size_t(static_cast<const char *>(d) - line) : len;
+        } else {
+            f.begin = pos;
+            const void *d = std::memchr(line + pos, delimiter, len - pos);
+            f.end = d ? size_t(static_cast<const char *>(d) - line) : len;
+            pos = f.end;
+        }
+    }
+    return count;
+}
+
+bool isIntegerBytes(const char *s, size_t len)
+{
+    trim(s, len);
+    if (len == 0)
+        return false;
+    if (!isAscii(s, len))
+        return IsInteger(QString::fromUtf8(s, qsizetype(len)));
+    size_t i = 0;
+    const bool negative = s[0] == '-';
+    if (s[0] == '-' || s[0] == '+')
+        ++i;
+    bool hex = false;
+    if (i < len && s[i] == '$') {
+        hex = true;
+        ++i;
+    } else if (i + 1 < len && s[i] == '0' && (s[i + 1] == 'x' || s[i + 1] == 'X')) {
+        hex = true;
+        i += 2;
+    }
+    if (i >= len)
+        return false;
+    const quint64 limit = hex ? 0xFFFFFFFFull : (negative ? 0x80000000ull : 0x7FFFFFFFull);
+    quint64 value = 0;
+    for (; i < len; ++i) {
+        const int d = hex ? hexValue(s[i]) : (isDigit(s[i]) ? s[i] - '0' : -1);
+        if (d < 0)
+            return false;
+        value = value * (hex ? 16 : 10) + quint64(d);
+        if (value > limit)
+            return false;
+    }
+    return true;
+}
+
+bool isKoordinateBytes(const char *s, size_t len)
+{
+    if (!isAscii(s, len))
+        return IsKoordinate(QString::fromUtf8(s, qsizetype(len)));
+    const char *t = s;
+    size_t tLen = len;
+    trim(t, tLen);
+    if (tLen < 3 || len < 2)
+        return false;
+    if (s[1] != '.' && !isDigit(s[1]))
+        return false;
+    for (size_t i = 0; i < len; ++i) {
+        if (s[i] == '$' || s[i] == ' ' || s[i] == '-' || s[i] == '+')
+            return false;
+    }
+    return isDigit(s[len - 1]);
+}
+
+std::string sortKey(const char *koord, size_t koordLen, const char *achse, size_t achseLen,
+                    const char *nummer, size_t nummerLen)
+{
+    if (!isAscii(koord, koordLen) || !isAscii(achse, achseLen) || !isAscii(nummer, nummerLen)) {
+        const QString k = QString::fromUtf8(koord, qsizetype(koordLen)).trimmed().toUpper();
+        return TImportTable::BuildSortString(k, QString::fromUtf8(achse, qsizetype(achseLen)),
+                                             QString::fromUtf8(nummer, qsizetype(nummerLen)))
+            .toUpper()
+            .toStdString();
+    }
+    trim(koord, koordLen);
+    if (koordLen == 0)
+        return std::string();
+    std::string upper(koord, koordLen); // short coordinates stay in the small buffer
+    for (char &c : upper) {
+        if (c >= 'a' && c <= 'z')
+            c = char(c - 'a' + 'A');
+    }
+    const char *src = upper.data();
+    std::string key;
+    key.reserve(16);
+    key += src[0];
+    const char *rest = src + 1;
+    const size_t restLen = koordLen - 1;
+    const void *dot = std::memchr(rest, '.', restLen);
+    const size_t numLen = dot ? size_t(static_cast<const char *>(dot) - rest) : restLen;
+    padZero(key, rest, numLen, 3);
+    if (!dot) {
+        key += "0000";
+    } else {
+        const char *word = nullptr;
+        size_t wordLen = 0;
+        extractWordSingle(2, src, koordLen, '.', word, wordLen);
+        padZero(key, word, wordLen, 4);
+    }
+    if (isIntegerBytes(nummer, nummerLen)) {
+        trim(nummer, nummerLen);
+        padZero(key, nummer, nummerLen, 3);
+    } else {
+        key += "000";
+    }
+    if (isIntegerBytes(achse, achseLen)) {
+        trim(achse, achseLen);
+        key.append(achse, achseLen);
+    } else {
+        key += '0';
+    }
+    for (char &c : key) {
+        if (c >= 'a' && c <= 'z')
+            c = char(c - 'a' + 'A');
+    }
+    return key;
+}
+
+} // namespace drivewiz::importdetail

@@ -1,0 +1,161 @@
+// The import table's accessors by position and its export.
+
+#include "paramtable/para_import.h"
+
+#include "platform/dialogs.h"
+#include "platform/textcodec.h"
+
+#include <QSaveFile>
+
+namespace drivewiz {
+
+namespace {
+
+// Files we write are read back by the drive tool: Windows-1252 where every character
+// fits, else UTF-8. Decoding the result must give the text again.
+QByteArray encodeForFile(const QString &text)
+{
+    const QByteArray cp1252 = encodeWindows1252(text);
+    return decodeText(cp1252) == text ? cp1252 : encodeUtf8(text);
+}
+
+} // namespace
+
+QString TImportTable::fGetSortFullKoord(int p) const
+{
+    const int row = rowAt(p);
+    return row < 0 ? QString() : cell(row, m_csvColumns);
+}
+
+QString TImportTable::fGetGruppe(int p) const
+{
+    return fGetSortFullKoord(p).left(1);
+}
+
+QString TImportTable::fGetParam(int p) const
+{
+    const QString sort = fGetSortFullKoord(p);
+    if (sort.isEmpty())
+        return QString();
+    const QString number = sort.mid(1, 3);
+    return sort.left(1) + (number.startsWith(QLatin1Char('0')) ? number.mid(1) : number);
+}
+
+QString TImportTable::fGetElement(int p) const
+{
+    QString element = fGetSortFullKoord(p).mid(4, 4).trimmed();
+    int zeros = 0;
+    while (zeros < element.size() - 1 && element.at(zeros) == QLatin1Char('0'))
+        ++zeros;
+    return element.mid(zeros);
+}
+
+QString TImportTable::fGetAchse(int p) const
+{
+    const QString sort = fGetSortFullKoord(p).trimmed();
+    return sort.isEmpty() ? QString() : sort.right(1);
+}
+
+QString TImportTable::fGetKoord(int p) const
+{
+    return m_colKoordinate < 0 ? QString() : cell(rowAt(p), m_colKoordinate);
+}
+
+QString TImportTable::fGetParamName(int p) const
+{
+    if (m_colName < 0) {
+        ShowMessage(QStringLiteral("? Kein Parametername gefunden ???\r\rTImportTable."
+                                   "fGetParamName(") +
+                    QString::number(p) + QStringLiteral(")"));
+        return QString();
+    }
+    return cell(rowAt(p), m_colName);
+}
+
+bool TImportTable::IstArrayPar(int p) const
+{
+    if (rowAt(p) < 0 || !fGetKoord(p).contains(QLatin1Char('.')))
+        return false;
+    return m_colName < 0 || !cell(rowAt(p), m_colName).contains(QChar(0x00A7));
+}
+
+bool TImportTable::IstRecordPar(int p) const
+{
+    if (rowAt(p) < 0 || m_colName < 0 || !fGetKoord(p).contains(QLatin1Char('.')))
+        return false;
+    return cell(rowAt(p), m_colName).contains(QChar(0x00A7));
+}
+
+int TImportTable::GetArrayElementCount(int p) const
+{
+    if (!IstArrayPar(p))
+        return 0;
+    const QString param = fGetParam(p);
+    int last = p;
+    while (last + 1 < m_rowCount && fGetParam(last + 1) == param)
+        ++last;
+    return fGetElement(last).toInt() + 1;
+}
+
+QString TImportTable::fGetAchsenListe(int p) const
+{
+    if (rowAt(p) < 0)
+        return QString();
+    const QString koord = fGetKoord(p);
+    int first = p;
+    while (first > 0 && fGetKoord(first - 1) == koord)
+        --first;
+    QStringList axes;
+    for (int i = first; i < m_rowCount && fGetKoord(i) == koord; ++i)
+        axes << fGetAchse(i);
+    const QString list = axes.join(QLatin1Char(','));
+    return list == QLatin1String("1,2,3,4") ? QStringLiteral("1-4") : list;
+}
+
+QString TImportTable::GetRTFFileName(int p, const QString &suffix) const
+{
+    QString name = fGetParam(p);
+    const QString element = fGetElement(p);
+    if ((IstArrayPar(p) || IstRecordPar(p)) && !element.isEmpty())
+        name += QLatin1Char('-') + element;
+    return name + suffix + QStringLiteral(".rtf");
+}
+
+QString TImportTable::GetCSVString(int row, const QStringList &columnTitles) const
+{
+    if (row < 0 || row >= m_rowCount) {
+        ShowMessage(QStringLiteral("GetCSVString: RecNo exceeds permitted range!\r"));
+        return QString();
+    }
+    const QChar delimiter = m_delimiter == ';' ? QLatin1Char(';') : QLatin1Char(',');
+    QStringList cells;
+    for (const QString &title : columnTitles)
+        cells << cell(row, ColNoByName(title));
+    return cells.join(delimiter);
+}
+
+bool TImportTable::ExportAll(const QString &fileName) const
+{
+    const auto quoted = [](const QString &text) {
+        return QLatin1Char('"') + text + QStringLiteral("\";");
+    };
+    QString out;
+    for (int c = 0; c < m_csvColumns; ++c)
+        out += quoted(m_titles.at(c));
+    out += QStringLiteral("\r\n");
+    for (int r = 0; r < m_rowCount; ++r) {
+        for (int c = 0; c < m_csvColumns; ++c)
+            out += quoted(cell(r, c));
+        out += QStringLiteral("\r\n");
+    }
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(encodeForFile(out)) < 0 ||
+        !file.commit()) {
+        ShowMessage(QStringLiteral("FEHLER: Datei ") + fileName +
+                    QStringLiteral(" konnte nicht geschrieben werden!"));
+        return false;
+    }
+    return true;
+}
+
+} // namespace drivewiz
