@@ -302,7 +302,9 @@ void DateToWoJahrNum(TDateTime date, int &week, int &year, TJahrFormat format)
     const qint64 days = Trunc(RundeDatum(date) - RundeDatum(newYear));
     int w = firstWeekOffset(newYear) + int(days / 7);
     if (w == 0) {
-        // The date lies in the last week of the year before: 52 or 53.
+        // The date lies in the last week of the year before: 52 or 53, depending on how
+        // far 31 December lies behind the Friday of week 52. That Friday comes from the
+        // full year: a two-digit week text would read years after 2050 as 19xx.
         --y;
         const TDateTime friday52 = WoJahrNumToDate(52, y);
         w = EncodeDate(y, 12, 31) - friday52 < 4 ? 52 : 53;
