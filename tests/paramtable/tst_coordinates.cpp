@@ -57,6 +57,7 @@ TEST(Coordinates, FieldsSpillAndWrapWithoutRangeChecks)
     EXPECT_EQ(GetQ7Addresse("B33", 5), 0x02084000u); // axis field 4 wraps to 0
     EXPECT_EQ(GetQ7Addresse("5.B33.0", 1), 0x02084000u);
     EXPECT_EQ(GetQ7Addresse("B$10", 1), 0x02040000u); // the number converts like StrToInt
+    EXPECT_EQ(GetQ7Addresse("B-3", 1), 0x02000000u + (quint32(-3) << 14)); // only -1 is invalid
     EXPECT_TRUE(recorder().messages().isEmpty());
 }
 
