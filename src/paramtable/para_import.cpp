@@ -282,11 +282,24 @@ QString TImportTable::BuildSortString(const QString &koordinate, const QString &
 
 std::string TImportTable::searchKey(const QString &koordinate, const QString &second) const
 {
-    const QString k = koordinate.trimmed().toUpper();
-    const QString key = m_colNummer >= 0
-                            ? BuildSortString(k, QString(), padZero(second.trimmed(), 3))
-                            : BuildSortString(k, second, QString());
-    return key.trimmed().toUpper().toStdString();
+    // The number (or axis) is padded and checked by the sort-string builder itself, the
+    // same way as the row keys were made.
+    char k[64];
+    char s[32];
+    size_t kLen = 0;
+    size_t sLen = 0;
+    if (importdetail::toAscii(koordinate, k, sizeof k, kLen) &&
+        importdetail::toAscii(second, s, sizeof s, sLen)) {
+        return m_colNummer >= 0 ? importdetail::sortKey(k, kLen, "", 0, s, sLen)
+                                : importdetail::sortKey(k, kLen, s, sLen, "", 0);
+    }
+    const QByteArray kUtf8 = koordinate.toUtf8();
+    const QByteArray sUtf8 = second.toUtf8();
+    const size_t kn = size_t(kUtf8.size());
+    const size_t sn = size_t(sUtf8.size());
+    return m_colNummer >= 0
+               ? importdetail::sortKey(kUtf8.constData(), kn, "", 0, sUtf8.constData(), sn)
+               : importdetail::sortKey(kUtf8.constData(), kn, sUtf8.constData(), sn, "", 0);
 }
 
 int TImportTable::FindParam(const QString &koordinate, const QString &second) const

@@ -34,24 +34,48 @@ namespace {
 
 constexpr size_t kMaxBuffer = 0x7FFFFFFFu; // offsets keep their top bit as a flag
 
-// Splits the next line off [pos, end): CR, LF and CR LF all end a line.
-bool nextLine(const char *data, size_t size, size_t &pos, const char *&line, size_t &len)
+// Splits a buffer into lines: CR, LF and CR LF all end a line. The next CR and LF are
+// remembered, so each byte is searched once even in files with only CR line ends.
+class LineSplitter
 {
-    if (pos >= size)
-        return false;
-    line = data + pos;
-    const char *end = data + size;
-    const char *p = line;
-    while (p < end && *p != '\n' && *p != '\r')
-        ++p;
-    len = size_t(p - line);
-    if (p < end && *p == '\r')
-        ++p;
-    if (p < end && *p == '\n' && (p == line || p[-1] != '\n'))
-        ++p;
-    pos = size_t(p - data);
-    return true;
-}
+public:
+    LineSplitter(const char *data, size_t size)
+        : m_data(data), m_size(size), m_nextLf(find('\n', 0)), m_nextCr(find('\r', 0))
+    {
+    }
+
+    bool next(const char *&line, size_t &len)
+    {
+        if (m_pos >= m_size)
+            return false;
+        if (m_nextLf < m_pos)
+            m_nextLf = find('\n', m_pos);
+        if (m_nextCr < m_pos)
+            m_nextCr = find('\r', m_pos);
+        const size_t end = std::min(m_nextLf, m_nextCr);
+        line = m_data + m_pos;
+        len = end - m_pos;
+        m_pos = end + 1;
+        if (end < m_size && m_data[end] == '\r' && m_pos < m_size && m_data[m_pos] == '\n')
+            ++m_pos;
+        return true;
+    }
+
+    size_t position() const { return m_pos; }
+
+private:
+    size_t find(char c, size_t from) const
+    {
+        const void *hit = std::memchr(m_data + from, c, m_size - from);
+        return hit ? size_t(static_cast<const char *>(hit) - m_data) : m_size;
+    }
+
+    const char *m_data;
+    size_t m_size;
+    size_t m_pos = 0;
+    size_t m_nextLf;
+    size_t m_nextCr;
+};
 
 bool isBlank(const char *line, size_t len)
 {
@@ -107,13 +131,22 @@ void TImportTable::storeRowUtf8(int row, const char *line, size_t len, char deli
                                                      size_t(m_csvColumns), unterminated);
     if (unterminated && report.unterminatedQuotes++ == 0)
         report.firstUnterminatedLine = report.line;
+    // The cells of a row are never longer than the line: size the buffer once, copy, trim.
+    const size_t base = m_buffer.size();
+    m_buffer.resize(base + len);
+    char *out = m_buffer.data() + base;
+    size_t written = 0;
     quint32 *offsets = m_offsets.data() + size_t(row) * stride;
     for (size_t c = 0; c < size_t(m_csvColumns); ++c) {
-        offsets[c] = quint32(m_buffer.size());
-        if (c < found)
-            m_buffer.append(line + fields[c].begin, fields[c].end - fields[c].begin);
+        offsets[c] = quint32(base + written);
+        if (c < found) {
+            const size_t n = fields[c].end - fields[c].begin;
+            std::memcpy(out + written, line + fields[c].begin, n);
+            written += n;
+        }
     }
-    offsets[m_csvColumns] = quint32(m_buffer.size());
+    offsets[m_csvColumns] = quint32(base + written);
+    m_buffer.resize(base + written);
     const auto span = [&](int column) {
         return column >= 0 && size_t(column) < found ? fields[column] : importdetail::FieldSpan();
     };
@@ -202,10 +235,10 @@ bool TImportTable::loadLines(const QByteArray &bytes, const QString &fileName, b
     }
     const char *data = utf8.constData();
     const size_t size = size_t(utf8.size());
-    size_t pos = 0;
+    LineSplitter lines(data, size);
     const char *line = nullptr;
     size_t len = 0;
-    if (!nextLine(data, size, pos, line, len) || isBlank(line, len)) {
+    if (!lines.next(line, len) || isBlank(line, len)) {
         ShowMessage(QStringLiteral("FEHLER: Datei \"") + fileName +
                     QStringLiteral("\" ist leer oder hat keine Titelzeile!"));
         if (!merge)
@@ -223,13 +256,14 @@ bool TImportTable::loadLines(const QByteArray &bytes, const QString &fileName, b
             ShowMessage(QStringLiteral("Warnung: In \"") + fileName +
                         QStringLiteral("\" fehlt die Spalte \"Koordinate\"; Parameter können "
                                        "darin nicht gesucht werden."));
-        SetColumnArrayLength(int(std::count(data + pos, data + size, '\n')) + 1);
+        SetColumnArrayLength(int(std::count(data + lines.position(), data + size, '\n')) + 1);
     }
+    m_buffer.reserve(m_buffer.size() + size);
     std::unordered_set<std::string> known;
     if (merge)
         known.insert(m_rowKeys.begin(), m_rowKeys.end());
     const size_t stride = size_t(m_csvColumns) + 1;
-    while (nextLine(data, size, pos, line, len) && !report.tooLarge) {
+    while (lines.next(line, len) && !report.tooLarge) {
         ++report.line;
         if (isBlank(line, len))
             continue;

@@ -25,6 +25,26 @@ void trim(const char *&s, size_t &len)
         --len;
 }
 
+} // namespace
+
+bool toAscii(const QString &text, char *buffer, size_t capacity, size_t &length)
+{
+    const qsizetype n = text.size();
+    if (size_t(n) > capacity)
+        return false;
+    const QChar *c = text.constData();
+    for (qsizetype i = 0; i < n; ++i) {
+        const ushort u = c[i].unicode();
+        if (u >= 0x80)
+            return false;
+        buffer[i] = char(u);
+    }
+    length = size_t(n);
+    return true;
+}
+
+namespace {
+
 bool isAscii(const char *s, size_t len)
 {
     for (size_t i = 0; i < len; ++i) {
@@ -86,6 +106,7 @@ void extractWordSingle(int n, const char *s, size_t len, char delim, const char 
 size_t scanCsvFields(const char *line, size_t len, char delimiter, FieldSpan *fields,
                      size_t maxFields, bool &unterminated)
 {
+    // Fields are short: a plain loop beats a memchr call per field.
     size_t pos = 0;
     size_t count = 0;
     while (count < maxFields) {
@@ -96,21 +117,24 @@ size_t scanCsvFields(const char *line, size_t len, char delimiter, FieldSpan *fi
         if (pos >= len)
             break;
         FieldSpan &f = fields[count++];
-        if (line[pos] == '"') {
+        const bool quoted = line[pos] == '"';
+        if (quoted) {
             f.begin = ++pos;
-            const void *q = std::memchr(line + pos, '"', len - pos);
-            if (!q)
+            while (pos < len && line[pos] != '"')
+                ++pos;
+            f.end = pos;
+            if (pos >= len) {
                 unterminated = true;
-            f.end = q ? size_t(static_cast<const char *>(q) - line) : len;
-            pos = q ? f.end + 1 : len;
-            const void *d = pos < len ? std::memchr(line + pos, delimiter, len - pos) : nullptr;
-            pos = d ? size_t(static_cast<const char *>(d) - line) : len;
+                break;
+            }
+            ++pos; // behind the closing quote, everything up to the delimiter is dropped
         } else {
             f.begin = pos;
-            const void *d = std::memchr(line + pos, delimiter, len - pos);
-            f.end = d ? size_t(static_cast<const char *>(d) - line) : len;
-            pos = f.end;
         }
+        while (pos < len && line[pos] != delimiter)
+            ++pos;
+        if (!quoted)
+            f.end = pos;
     }
     return count;
 }
@@ -180,12 +204,20 @@ std::string sortKey(const char *koord, size_t koordLen, const char *achse, size_
     trim(koord, koordLen);
     if (koordLen == 0)
         return std::string();
-    std::string upper(koord, koordLen); // short coordinates stay in the small buffer
-    for (char &c : upper) {
-        if (c >= 'a' && c <= 'z')
-            c = char(c - 'a' + 'A');
+    char small[64];
+    std::string large;
+    char *upper = small;
+    if (koordLen > sizeof small) {
+        large.assign(koord, koordLen);
+        upper = large.data();
+    } else {
+        std::memcpy(small, koord, koordLen);
     }
-    const char *src = upper.data();
+    for (size_t i = 0; i < koordLen; ++i) {
+        if (upper[i] >= 'a' && upper[i] <= 'z')
+            upper[i] = char(upper[i] - 'a' + 'A');
+    }
+    const char *src = upper;
     std::string key;
     key.reserve(16);
     key += src[0];

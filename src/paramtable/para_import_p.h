@@ -31,6 +31,10 @@ size_t scanCsvFields(const char *line, size_t len, char delimiter, FieldSpan *fi
 std::string sortKey(const char *koord, size_t koordLen, const char *achse, size_t achseLen,
                     const char *nummer, size_t nummerLen);
 
+/// Copies a text of at most `capacity` plain ASCII characters into `buffer`; false (and
+/// nothing usable) for longer or non-ASCII text.
+bool toAscii(const QString &text, char *buffer, size_t capacity, size_t &length);
+
 /// IsKoordinate on UTF-8 bytes.
 bool isKoordinateBytes(const char *s, size_t len);
 
