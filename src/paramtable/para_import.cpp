@@ -5,6 +5,8 @@
 #include "platform/dialogs.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 
 namespace drivewiz {
 
@@ -23,6 +25,8 @@ quint64 overrideKey(int row, int column)
 }
 
 // Left-pads with '0' to the width; a longer text stays as it is.
+constexpr size_t kMaxText = 0x7FFFFFFFu; // offsets keep their top bit as a flag
+
 QString padZero(const QString &s, int width)
 {
     return s.size() >= width ? s : QString(width - s.size(), QLatin1Char('0')) + s;
@@ -37,8 +41,9 @@ void TImportTable::Clear()
 {
     m_titles.clear();
     m_sortedTitles.clear();
-    m_buffer.clear();
-    m_buffer.shrink_to_fit();
+    m_text.reset();
+    m_textSize = 0;
+    m_textCapacity = 0;
     m_offsets.clear();
     m_offsets.shrink_to_fit();
     m_overrides.clear();
@@ -63,8 +68,7 @@ void TImportTable::CheckCSVdelim(const QString &titleLine)
     if (comma && semicolon)
         ShowMessage(QStringLiteral("Fehler: Titelzeile in CSV-Datei darf nicht Komma und "
                                    "Semikolon gleichzeitig enthalten!"));
-    if (semicolon)
-        m_delimiter = ';';
+    if (semicolon) m_delimiter = ';';
 }
 
 int TImportTable::InitColumnArray(const QString &titleLine)
@@ -99,8 +103,7 @@ int TImportTable::InitColumnArray(const QString &titleLine)
 
 void TImportTable::SetColumnArrayLength(int rows)
 {
-    if (rows <= 0)
-        return;
+    if (rows <= 0) return;
     m_offsets.reserve(size_t(rows) * size_t(m_csvColumns + 1));
     m_rowKeys.reserve(size_t(rows));
 }
@@ -113,10 +116,9 @@ int TImportTable::ColNoByName(const QString &title) const
         return -1;
     }
     const QString key = lowerTitle(title);
-    const auto it = std::lower_bound(m_sortedTitles.begin(), m_sortedTitles.end(), key,
-                                     [this](int col, const QString &k) {
-                                         return m_titles.at(col).trimmed() < k;
-                                     });
+    const auto it = std::lower_bound(
+        m_sortedTitles.begin(), m_sortedTitles.end(), key,
+        [this](int col, const QString &k) { return m_titles.at(col).trimmed() < k; });
     if (it == m_sortedTitles.end() || m_titles.at(*it).trimmed() != key) {
         ShowMessage(QStringLiteral("Fehler: Spalte ") + title +
                     QStringLiteral(" im CSV-File nicht gefunden!"));
@@ -146,11 +148,9 @@ bool TImportTable::HasColumn(const QString &title) const
 
 int TImportTable::rowAt(int p) const
 {
-    if (p < 0 || p >= m_rowCount)
-        return -1;
+    if (p < 0 || p >= m_rowCount) return -1;
     // Before the first rebuild the positions are the file order.
-    if (size_t(p) < m_mainIndex.size())
-        return m_mainIndex[size_t(p)];
+    if (size_t(p) < m_mainIndex.size()) return m_mainIndex[size_t(p)];
     return p;
 }
 
@@ -161,13 +161,11 @@ int TImportTable::RowOfPosition(int p) const
 
 QString TImportTable::cell(int row, int column) const
 {
-    if (row < 0 || row >= m_rowCount || column < 0)
-        return QString();
+    if (row < 0 || row >= m_rowCount || column < 0) return QString();
     if (column == m_csvColumns)
         return QString::fromUtf8(m_rowKeys[size_t(row)].data(),
                                  qsizetype(m_rowKeys[size_t(row)].size()));
-    if (column > m_csvColumns)
-        return QString();
+    if (column > m_csvColumns) return QString();
     const size_t base = size_t(row) * size_t(m_csvColumns + 1) + size_t(column);
     const quint32 begin = m_offsets[base];
     if (begin & kOverridden) {
@@ -175,13 +173,12 @@ QString TImportTable::cell(int row, int column) const
         return it == m_overrides.end() ? QString() : it->second;
     }
     const quint32 end = m_offsets[base + 1] & ~kOverridden;
-    return QString::fromUtf8(m_buffer.data() + begin, qsizetype(end - begin));
+    return QString::fromUtf8(m_text.get() + begin, qsizetype(end - begin));
 }
 
 void TImportTable::setCell(int row, int column, const QString &value)
 {
-    if (row < 0 || row >= m_rowCount || column < 0 || column >= m_csvColumns)
-        return;
+    if (row < 0 || row >= m_rowCount || column < 0 || column >= m_csvColumns) return;
     const size_t base = size_t(row) * size_t(m_csvColumns + 1) + size_t(column);
     m_offsets[base] |= kOverridden;
     m_overrides[overrideKey(row, column)] = value;
@@ -189,8 +186,7 @@ void TImportTable::setCell(int row, int column, const QString &value)
         const std::string before = m_rowKeys[size_t(row)];
         updateSortKey(row);
         // A changed key column moves the row; keep lookups right at once.
-        if (m_indexValid && before != m_rowKeys[size_t(row)])
-            ReBuildMainIndex();
+        if (m_indexValid && before != m_rowKeys[size_t(row)]) ReBuildMainIndex();
     }
 }
 
@@ -208,16 +204,14 @@ QString TImportTable::ValueByColName(int p, const QString &title) const
 {
     const int column = ColNoByName(title);
     const int row = rowAt(p);
-    if (column < 0 || row < 0)
-        return QStringLiteral("?");
+    if (column < 0 || row < 0) return QStringLiteral("?");
     return cell(row, column);
 }
 
 void TImportTable::SetValueByColName(int p, const QString &title, const QString &value)
 {
     const int row = rowAt(p);
-    if (row < 0)
-        return;
+    if (row < 0) return;
     setCell(row, ColNoByName(title), value);
 }
 
@@ -231,27 +225,126 @@ void TImportTable::updateSortKey(int row)
     raw(m_colKoordinate, k);
     raw(m_colAchse, a);
     raw(m_colNummer, n);
-    m_rowKeys[size_t(row)] = m_colKoordinate < 0 || k.empty()
-                                 ? std::string()
-                                 : importdetail::sortKey(k.data(), k.size(), a.data(), a.size(),
-                                                         n.data(), n.size());
+    m_rowKeys[size_t(row)] =
+        m_colKoordinate < 0 || k.empty()
+            ? std::string()
+            : importdetail::sortKey(k.data(), k.size(), a.data(), a.size(), n.data(), n.size());
+}
+
+// --- text store -----------------------------------------------------------------------
+
+char *TImportTable::reserveText(size_t extra)
+{
+    const size_t needed = m_textSize + extra;
+    if (needed >= kMaxText) return nullptr;
+    if (needed > m_textCapacity) {
+        const size_t capacity = std::min(kMaxText, std::max(needed, m_textCapacity * 3 / 2));
+        // realloc: large blocks are remapped rather than copied.
+        char *grown = static_cast<char *>(std::realloc(m_text.get(), capacity));
+        if (!grown) return nullptr;
+        (void)m_text.release();
+        m_text.reset(grown);
+        m_textCapacity = capacity;
+    }
+    return m_text.get() + m_textSize;
+}
+
+void TImportTable::appendText(const char *text, size_t len)
+{
+    char *out = reserveText(len);
+    if (!out) return;
+    std::memcpy(out, text, len);
+    m_textSize += len;
+}
+
+// Loading reserves for the worst case; give back what a loaded table will not use.
+void TImportTable::shrinkText()
+{
+    if (m_textCapacity <= m_textSize + m_textSize / 8 + 4096) return;
+    if (char *exact = static_cast<char *>(std::realloc(m_text.get(), m_textSize + 1))) {
+        (void)m_text.release();
+        m_text.reset(exact);
+        m_textCapacity = m_textSize + 1;
+    }
 }
 
 // --- main index and lookups -------------------------------------------------------------
 
+namespace {
+
+// Sort items carry the first eight key bytes as a number, so most comparisons need no
+// memory outside the item; the row number keeps equal keys in file order.
+struct SortItem
+{
+    quint64 prefix;
+    int row;
+};
+
+quint64 keyPrefix(const std::string &key)
+{
+    quint64 p = 0;
+    for (size_t i = 0; i < 8; ++i)
+        p = (p << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
+    return p;
+}
+
+} // namespace
+
+// The rows [from, to) in sort-string order. Description files come mostly in coordinate
+// order: rows that keep the order are taken as they come, the few others are sorted on
+// their own and merged in. Equal keys keep their file order.
+std::vector<int> TImportTable::sortedRows(int from, int to) const
+{
+    const auto less = [this](const SortItem &a, const SortItem &b) {
+        if (a.prefix != b.prefix) return a.prefix < b.prefix;
+        const int c = m_rowKeys[size_t(a.row)].compare(m_rowKeys[size_t(b.row)]);
+        return c != 0 ? c < 0 : a.row < b.row;
+    };
+    std::vector<SortItem> inOrder;
+    std::vector<SortItem> others;
+    inOrder.reserve(size_t(to - from));
+    for (int i = from; i < to; ++i) {
+        const SortItem item{keyPrefix(m_rowKeys[size_t(i)]), i};
+        if (inOrder.empty() || !less(item, inOrder.back()))
+            inOrder.push_back(item);
+        else
+            others.push_back(item);
+    }
+    std::sort(others.begin(), others.end(), less);
+    std::vector<SortItem> items(inOrder.size() + others.size());
+    std::merge(inOrder.begin(), inOrder.end(), others.begin(), others.end(), items.begin(), less);
+    std::vector<int> rows(items.size());
+    for (size_t i = 0; i < items.size(); ++i)
+        rows[i] = items[i].row;
+    return rows;
+}
+
 void TImportTable::ReBuildMainIndex()
 {
     m_indexValid = false;
-    m_mainIndex.resize(size_t(m_rowCount));
-    for (int i = 0; i < m_rowCount; ++i)
-        m_mainIndex[size_t(i)] = i;
-    const auto less = [this](int a, int b) { return m_rowKeys[size_t(a)] < m_rowKeys[size_t(b)]; };
-    // Description files are written in coordinate order: skip the sort when they are.
-    if (!std::is_sorted(m_mainIndex.begin(), m_mainIndex.end(), less))
-        std::stable_sort(m_mainIndex.begin(), m_mainIndex.end(), less);
+    m_mainIndex = sortedRows(0, m_rowCount);
     m_sortedKeys.resize(size_t(m_rowCount));
     for (int i = 0; i < m_rowCount; ++i)
         m_sortedKeys[size_t(i)] = m_rowKeys[size_t(m_mainIndex[size_t(i)])];
+    m_indexValid = true;
+}
+
+// After rows were appended to an indexed table: sort only the new rows and merge them in;
+// on equal keys the older row stays first, as a full rebuild would keep it.
+void TImportTable::mergeIntoIndex(int firstNewRow)
+{
+    const std::vector<int> added = sortedRows(firstNewRow, m_rowCount);
+    const auto less = [this](int a, int b) {
+        const int c = m_rowKeys[size_t(a)].compare(m_rowKeys[size_t(b)]);
+        return c != 0 ? c < 0 : a < b;
+    };
+    std::vector<int> merged(m_mainIndex.size() + added.size());
+    std::merge(m_mainIndex.begin(), m_mainIndex.end(), added.begin(), added.end(), merged.begin(),
+               less);
+    m_mainIndex = std::move(merged);
+    m_sortedKeys.resize(m_mainIndex.size());
+    for (size_t i = 0; i < m_mainIndex.size(); ++i)
+        m_sortedKeys[i] = m_rowKeys[size_t(m_mainIndex[i])];
     m_indexValid = true;
 }
 
@@ -267,8 +360,7 @@ bool TImportTable::indexOutOfDate() const
 QString TImportTable::BuildSortString(const QString &koordinate, const QString &achse,
                                       const QString &nummer)
 {
-    if (koordinate.isEmpty())
-        return QString();
+    if (koordinate.isEmpty()) return QString();
     const QString rest = koordinate.mid(1);
     const int dot = rest.indexOf(QLatin1Char('.'));
     QString sort = koordinate.left(1);
@@ -304,14 +396,12 @@ std::string TImportTable::searchKey(const QString &koordinate, const QString &se
 
 int TImportTable::FindParam(const QString &koordinate, const QString &second) const
 {
-    if (koordinate.isEmpty() || m_rowCount == 0 || indexOutOfDate())
-        return -1;
+    if (koordinate.isEmpty() || m_rowCount == 0 || indexOutOfDate()) return -1;
     const std::string key = searchKey(koordinate, second);
     const bool anyNumber = m_colNummer >= 0 && second.trimmed().isEmpty();
     if (!anyNumber) {
         const auto it = std::lower_bound(m_sortedKeys.begin(), m_sortedKeys.end(), key);
-        if (it == m_sortedKeys.end() || *it != key)
-            return -1;
+        if (it == m_sortedKeys.end() || *it != key) return -1;
         return int(it - m_sortedKeys.begin());
     }
     // The three number digits are read as "000", so rows of every number match.
@@ -323,38 +413,31 @@ int TImportTable::FindParam(const QString &koordinate, const QString &second) co
     const auto it = std::lower_bound(
         m_sortedKeys.begin(), m_sortedKeys.end(), key,
         [&masked](const std::string &a, const std::string &k) { return masked(a) < k; });
-    if (it == m_sortedKeys.end() || masked(*it) != key)
-        return -1;
+    if (it == m_sortedKeys.end() || masked(*it) != key) return -1;
     return int(it - m_sortedKeys.begin());
 }
 
 int TImportTable::FindParAxUnknown(const QString &koordinate, const QString &axis) const
 {
-    if (!IsKoordinate(koordinate))
-        return -1;
+    if (!IsKoordinate(koordinate)) return -1;
     const int p = FindParam(koordinate, axis);
-    if (p >= 0)
-        return p;
+    if (p >= 0) return p;
     if (IsInteger(axis) && axis.trimmed() != QLatin1String("0"))
         return FindParam(koordinate, QString());
-    if (isDesigningTable())
-        return FindParam(koordinate, QStringLiteral("1"));
+    if (isDesigningTable()) return FindParam(koordinate, QStringLiteral("1"));
     return -1;
 }
 
 int TImportTable::FindGruppe(const QString &letter, const QString &axis) const
 {
     Q_UNUSED(axis)
-    if (letter.size() != 1 || m_rowCount == 0 || indexOutOfDate())
-        return -1;
+    if (letter.size() != 1 || m_rowCount == 0 || indexOutOfDate()) return -1;
     const std::string g = letter.toUpper().toStdString();
     // The first row of the group, so callers can walk it forward.
-    const auto it = std::lower_bound(m_sortedKeys.begin(), m_sortedKeys.end(), g,
-                                     [](const std::string &a, const std::string &k) {
-                                         return a.compare(0, 1, k) < 0;
-                                     });
-    if (it == m_sortedKeys.end() || it->compare(0, 1, g) != 0)
-        return -1;
+    const auto it = std::lower_bound(
+        m_sortedKeys.begin(), m_sortedKeys.end(), g,
+        [](const std::string &a, const std::string &k) { return a.compare(0, 1, k) < 0; });
+    if (it == m_sortedKeys.end() || it->compare(0, 1, g) != 0) return -1;
     return int(it - m_sortedKeys.begin());
 }
 

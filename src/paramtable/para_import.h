@@ -7,9 +7,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdlib>
+#include <memory>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace drivewiz {
@@ -138,37 +139,48 @@ protected:
     bool mainIndexValid() const { return m_indexValid; }
 
 private:
-    // Cells of row r are stored in m_buffer between m_offsets[r * stride + c] and the next
+    // Cells of row r are stored in m_text between m_offsets[r * stride + c] and the next
     // offset (stride = CSV columns + 1). A set top bit marks a cell that was overwritten
     // later; its text is then in m_overrides.
     static constexpr quint32 kOverridden = 0x80000000u;
 
     struct ParseReport;
-    bool readFile(const QString &fileName, QByteArray &utf8) const;
-    bool loadLines(const QByteArray &utf8, const QString &fileName, bool merge);
-    void appendRowUtf8(const char *line, size_t len, char delimiter, ParseReport &report);
-    void storeRowUtf8(int row, const char *line, size_t len, char delimiter,
-                      ParseReport &report);
+    struct SourceFile;
+    bool openSource(const QString &fileName, SourceFile &source) const;
+    bool loadLines(SourceFile &source, const QString &fileName, bool merge);
+    bool storeRow(int row, const char *line, size_t len, bool cp1252, ParseReport &report);
     void updateSortKey(int row);
-    std::string searchKey(const QString &koordinate, const QString &second) const;
     int rowAt(int p) const;
     QString cell(int row, int column) const;
     void setCell(int row, int column, const QString &value);
     bool indexOutOfDate() const;
     void ensureRows(int rows);
+    void trimRows();
+    void mergeIntoIndex(int firstNewRow);
+    std::vector<int> sortedRows(int from, int to) const;
+    char *reserveText(size_t extra);
+    void appendText(const char *text, size_t len);
+    void shrinkText();
     void reportParse(const ParseReport &report, const QString &fileName) const;
+    std::string searchKey(const QString &koordinate, const QString &second) const;
     bool checkMergeTitles(const QString &title, const QString &fileName);
-    bool mergeLineIsNew(const char *line, size_t len,
-                        std::unordered_set<std::string> &known) const;
+    struct MergeKeys;
+    bool mergeLineIsNew(const char *line, size_t len, bool cp1252, MergeKeys &known) const;
 
-    QStringList m_titles;           // lower case, "par" last
+    QStringList m_titles;            // lower case, "par" last
     std::vector<int> m_sortedTitles; // column numbers ordered by title
-    std::string m_buffer;            // every cell's UTF-8 text
-    std::vector<quint32> m_offsets;  // row-major, CSV columns + 1 per row
+    struct FreeText
+    {
+        void operator()(char *p) const { std::free(p); }
+    };
+    std::unique_ptr<char, FreeText> m_text; // every cell's UTF-8 text, one after the other
+    size_t m_textSize = 0;
+    size_t m_textCapacity = 0;
+    std::vector<quint32> m_offsets;                   // row-major, CSV columns + 1 per row
     std::unordered_map<quint64, QString> m_overrides; // key: row << 32 | column
-    std::vector<std::string> m_rowKeys;    // sort string per row (file order)
-    std::vector<int> m_mainIndex;          // rows in sort-string order
-    std::vector<std::string> m_sortedKeys; // m_rowKeys in main-index order
+    std::vector<std::string> m_rowKeys;               // sort string per row (file order)
+    std::vector<int> m_mainIndex;                     // rows in sort-string order
+    std::vector<std::string> m_sortedKeys;            // m_rowKeys in main-index order
     bool m_indexValid = false;
     int m_rowCount = 0;
     int m_csvColumns = 0;

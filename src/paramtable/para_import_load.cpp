@@ -8,7 +8,6 @@
 #include "platform/dialogs.h"
 #include "platform/textcodec.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -30,9 +29,67 @@ struct TImportTable::ParseReport
     int line = 0; // current line number (title = 1)
 };
 
-namespace {
+// Keys seen during a merge: the table's rows before it (sorted), and the rows it appended,
+// kept as row numbers in an open-addressing hash over the table's own keys.
+struct TImportTable::MergeKeys
+{
+    MergeKeys(const std::vector<std::string> &sorted, const std::vector<std::string> &rowKeys)
+        : old(sorted), keys(rowKeys)
+    {}
 
-constexpr size_t kMaxBuffer = 0x7FFFFFFFu; // offsets keep their top bit as a flag
+    bool containsAdded(const std::string &key) const
+    {
+        if (slots.empty()) return false;
+        for (size_t i = hash(key) & mask;; i = (i + 1) & mask) {
+            if (slots[i] < 0) return false;
+            if (keys[size_t(slots[i])] == key) return true;
+        }
+    }
+
+    void add(int row)
+    {
+        if ((count + 1) * 2 > slots.size()) grow();
+        size_t i = hash(keys[size_t(row)]) & mask;
+        while (slots[i] >= 0)
+            i = (i + 1) & mask;
+        slots[i] = row;
+        ++count;
+    }
+
+    importdetail::SortedKeyCursor old;
+
+private:
+    static size_t hash(const std::string &key) { return std::hash<std::string>()(key); }
+
+    void grow()
+    {
+        std::vector<int> previous = std::move(slots);
+        slots.assign(std::max<size_t>(1024, previous.size() * 2), -1);
+        mask = slots.size() - 1;
+        count = 0;
+        for (const int row : previous) {
+            if (row >= 0) add(row);
+        }
+    }
+
+    const std::vector<std::string> &keys;
+    std::vector<int> slots;
+    size_t mask = 0;
+    size_t count = 0;
+};
+
+// The bytes of a file being read: mapped where possible, copied only to drop NUL bytes.
+struct TImportTable::SourceFile
+{
+    QFile file;
+    QByteArray owned;
+    const char *data = nullptr;
+    size_t size = 0;
+    bool cp1252 = false; // not valid UTF-8: read as Windows-1252
+    bool nulBytes = false;
+};
+
+namespace {
 
 // Splits a buffer into lines: CR, LF and CR LF all end a line. The next CR and LF are
 // remembered, so each byte is searched once even in files with only CR line ends.
@@ -41,23 +98,18 @@ class LineSplitter
 public:
     LineSplitter(const char *data, size_t size)
         : m_data(data), m_size(size), m_nextLf(find('\n', 0)), m_nextCr(find('\r', 0))
-    {
-    }
+    {}
 
     bool next(const char *&line, size_t &len)
     {
-        if (m_pos >= m_size)
-            return false;
-        if (m_nextLf < m_pos)
-            m_nextLf = find('\n', m_pos);
-        if (m_nextCr < m_pos)
-            m_nextCr = find('\r', m_pos);
+        if (m_pos >= m_size) return false;
+        if (m_nextLf < m_pos) m_nextLf = find('\n', m_pos);
+        if (m_nextCr < m_pos) m_nextCr = find('\r', m_pos);
         const size_t end = std::min(m_nextLf, m_nextCr);
         line = m_data + m_pos;
         len = end - m_pos;
         m_pos = end + 1;
-        if (end < m_size && m_data[end] == '\r' && m_pos < m_size && m_data[m_pos] == '\n')
-            ++m_pos;
+        if (end < m_size && m_data[end] == '\r' && m_pos < m_size && m_data[m_pos] == '\n') ++m_pos;
         return true;
     }
 
@@ -81,123 +133,123 @@ bool isBlank(const char *line, size_t len)
 {
     for (size_t i = 0; i < len; ++i) {
         const unsigned char c = static_cast<unsigned char>(line[i]);
-        if (c > ' ')
-            return false;
+        if (c > ' ') return false;
     }
     return true;
 }
 
 } // namespace
 
-bool TImportTable::readFile(const QString &fileName, QByteArray &utf8) const
+bool TImportTable::openSource(const QString &fileName, SourceFile &source) const
 {
     const QFileInfo info(fileName);
     if (!info.exists()) {
         ShowMessage(QStringLiteral("Datei \"") + fileName + QStringLiteral("\" existiert nicht!"));
         return false;
     }
-    QFile file(fileName);
-    if (info.isDir() || !file.open(QIODevice::ReadOnly)) {
+    source.file.setFileName(fileName);
+    if (info.isDir() || !source.file.open(QIODevice::ReadOnly)) {
         ShowMessage(QStringLiteral("FEHLER: Datei ") + fileName +
                     QStringLiteral(" konnte nicht geöffnet werden!"));
         return false;
     }
-    QByteArray bytes = file.readAll();
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        bytes.remove(0, 3);
+    const qint64 size = source.file.size();
+    const uchar *mapped = size > 0 ? source.file.map(0, size) : nullptr;
+    if (mapped) {
+        source.data = reinterpret_cast<const char *>(mapped);
+        source.size = size_t(size);
+    } else {
+        source.owned = source.file.readAll(); // pipes, special files
+        source.data = source.owned.constData();
+        source.size = size_t(source.owned.size());
+    }
+    if (std::memchr(source.data, 0, source.size)) {
+        source.owned = QByteArray(source.data, qsizetype(source.size));
+        source.owned.replace('\0', QByteArray());
+        source.data = source.owned.constData();
+        source.size = size_t(source.owned.size());
+        source.nulBytes = true;
+    }
+    if (source.size >= 3 && std::memcmp(source.data, "\xEF\xBB\xBF", 3) == 0) {
+        source.data += 3;
+        source.size -= 3;
+    }
     // Windows tools write Windows-1252; anything that is valid UTF-8 is read as UTF-8.
-    utf8 = isValidUtf8(bytes.constData(), bytes.size()) ? std::move(bytes)
-                                                         : decodeText(bytes).toUtf8();
+    source.cp1252 = !isValidUtf8(source.data, qsizetype(source.size));
     return true;
 }
 
-void TImportTable::storeRowUtf8(int row, const char *line, size_t len, char delimiter,
-                                ParseReport &report)
+bool TImportTable::storeRow(int row, const char *line, size_t len, bool cp1252, ParseReport &report)
 {
-    const size_t stride = size_t(m_csvColumns) + 1;
-    if (m_buffer.size() + len >= kMaxBuffer) {
+    // Windows-1252 bytes may grow to three UTF-8 bytes each.
+    char *out = reserveText((cp1252 ? 3 * len : len) + 8);
+    if (!out) {
         report.tooLarge = true;
-        return;
+        return false;
     }
-    importdetail::FieldSpan spans[256];
-    std::vector<importdetail::FieldSpan> many;
-    importdetail::FieldSpan *fields = spans;
-    if (size_t(m_csvColumns) > std::size(spans)) {
-        many.resize(size_t(m_csvColumns));
-        fields = many.data();
-    }
+    const size_t stride = size_t(m_csvColumns) + 1;
+    quint32 *offsets = m_offsets.data() + size_t(row) * stride;
     bool unterminated = false;
-    const size_t found = importdetail::scanCsvFields(line, len, delimiter, fields,
-                                                     size_t(m_csvColumns), unterminated);
+    const auto copy = cp1252 ? importdetail::copyCsvFields1252 : importdetail::copyCsvFields;
+    m_textSize += copy(line, len, m_delimiter, out, quint32(m_textSize), offsets,
+                       size_t(m_csvColumns), unterminated);
     if (unterminated && report.unterminatedQuotes++ == 0)
         report.firstUnterminatedLine = report.line;
-    // The cells of a row are never longer than the line: size the buffer once, copy, trim.
-    const size_t base = m_buffer.size();
-    m_buffer.resize(base + len);
-    char *out = m_buffer.data() + base;
-    size_t written = 0;
-    quint32 *offsets = m_offsets.data() + size_t(row) * stride;
-    for (size_t c = 0; c < size_t(m_csvColumns); ++c) {
-        offsets[c] = quint32(base + written);
-        if (c < found) {
-            const size_t n = fields[c].end - fields[c].begin;
-            std::memcpy(out + written, line + fields[c].begin, n);
-            written += n;
-        }
-    }
-    offsets[m_csvColumns] = quint32(base + written);
-    m_buffer.resize(base + written);
-    const auto span = [&](int column) {
-        return column >= 0 && size_t(column) < found ? fields[column] : importdetail::FieldSpan();
+    const auto cellAt = [&](int column, const char *&text) -> size_t {
+        text = column < 0 ? "" : m_text.get() + offsets[column];
+        return column < 0 ? 0 : offsets[column + 1] - offsets[column];
     };
-    const auto k = span(m_colKoordinate), a = span(m_colAchse), n = span(m_colNummer);
-    const size_t kLen = k.end - k.begin;
-    m_rowKeys[size_t(row)] =
-        m_colKoordinate < 0 || kLen == 0
-            ? std::string()
-            : importdetail::sortKey(line + k.begin, kLen, line + a.begin, a.end - a.begin,
-                                    line + n.begin, n.end - n.begin);
-    if (kLen > 0 && !importdetail::isKoordinateBytes(line + k.begin, kLen) &&
-        report.badCoordinates++ < 5)
+    const char *k, *a, *n;
+    const size_t kLen = cellAt(m_colKoordinate, k);
+    const size_t aLen = cellAt(m_colAchse, a);
+    const size_t nLen = cellAt(m_colNummer, n);
+    if (kLen == 0) {
+        m_rowKeys[size_t(row)].clear();
+        return true;
+    }
+    m_rowKeys[size_t(row)] = importdetail::sortKey(k, kLen, a, aLen, n, nLen);
+    if (!importdetail::isKoordinateBytes(k, kLen) && report.badCoordinates++ < 5)
         report.badCoordinateSamples << QString::number(report.line) + QStringLiteral(": ") +
-                                           QString::fromUtf8(line + k.begin, qsizetype(kLen)).left(40);
+                                           QString::fromUtf8(k, qsizetype(kLen)).left(40);
+    return true;
 }
 
+// Row storage grows in steps (or up to what SetColumnArrayLength reserved), so appending a
+// row is cheap; trimRows() cuts the slack.
 void TImportTable::ensureRows(int rows)
 {
-    const size_t stride = size_t(m_csvColumns) + 1;
-    if (size_t(rows) * stride > m_offsets.size())
-        m_offsets.resize(size_t(rows) * stride, quint32(m_buffer.size()));
-    if (size_t(rows) > m_rowKeys.size())
-        m_rowKeys.resize(size_t(rows));
+    if (size_t(rows) > m_rowKeys.size()) {
+        const size_t stride = size_t(m_csvColumns) + 1;
+        const size_t grown = size_t(rows) <= m_rowKeys.capacity()
+                                 ? m_rowKeys.capacity()
+                                 : std::max(size_t(rows), m_rowKeys.size() * 3 / 2);
+        m_offsets.resize(grown * stride, quint32(m_textSize));
+        m_rowKeys.resize(grown);
+    }
     m_rowCount = std::max(m_rowCount, rows);
 }
 
-void TImportTable::appendRowUtf8(const char *line, size_t len, char delimiter,
-                                 ParseReport &report)
+void TImportTable::trimRows()
 {
-    ensureRows(m_rowCount + 1);
-    storeRowUtf8(m_rowCount - 1, line, len, delimiter, report);
+    m_offsets.resize(size_t(m_rowCount) * (size_t(m_csvColumns) + 1));
+    m_rowKeys.resize(size_t(m_rowCount));
 }
 
 bool TImportTable::ImportTable(const QString &fileName)
 {
     Clear();
-    QByteArray utf8;
-    if (!readFile(fileName, utf8))
-        return false;
-    return loadLines(utf8, fileName, false);
+    SourceFile source;
+    if (!openSource(fileName, source)) return false;
+    return loadLines(source, fileName, false);
 }
 
 bool TImportTable::AddCSVFile(const QString &fileName)
 {
     // Nothing to merge with yet: the file is simply read.
-    if (m_titles.isEmpty())
-        return ImportTable(fileName);
-    QByteArray utf8;
-    if (!readFile(fileName, utf8))
-        return false;
-    return loadLines(utf8, fileName, true);
+    if (m_titles.isEmpty()) return ImportTable(fileName);
+    SourceFile source;
+    if (!openSource(fileName, source)) return false;
+    return loadLines(source, fileName, true);
 }
 
 bool TImportTable::checkMergeTitles(const QString &title, const QString &fileName)
@@ -225,69 +277,65 @@ bool TImportTable::checkMergeTitles(const QString &title, const QString &fileNam
     return true;
 }
 
-bool TImportTable::loadLines(const QByteArray &bytes, const QString &fileName, bool merge)
+bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool merge)
 {
     ParseReport report;
-    QByteArray utf8 = bytes;
-    if (utf8.contains('\0')) {
-        report.nulBytes = true;
-        utf8.replace('\0', QByteArray());
-    }
-    const char *data = utf8.constData();
-    const size_t size = size_t(utf8.size());
-    LineSplitter lines(data, size);
+    report.nulBytes = source.nulBytes;
+    LineSplitter lines(source.data, source.size);
     const char *line = nullptr;
     size_t len = 0;
     if (!lines.next(line, len) || isBlank(line, len)) {
         ShowMessage(QStringLiteral("FEHLER: Datei \"") + fileName +
                     QStringLiteral("\" ist leer oder hat keine Titelzeile!"));
-        if (!merge)
-            Clear();
+        if (!merge) Clear();
         return false;
     }
-    const QString title = QString::fromUtf8(line, qsizetype(len));
+    const QByteArray titleBytes = QByteArray::fromRawData(line, qsizetype(len));
+    const QString title =
+        source.cp1252 ? decodeWindows1252(titleBytes) : QString::fromUtf8(titleBytes);
     report.line = 1;
     if (merge) {
-        if (!checkMergeTitles(title, fileName))
-            return false;
+        if (!checkMergeTitles(title, fileName)) return false;
     } else {
         InitColumnArray(title);
         if (m_colKoordinate < 0)
             ShowMessage(QStringLiteral("Warnung: In \"") + fileName +
                         QStringLiteral("\" fehlt die Spalte \"Koordinate\"; Parameter können "
                                        "darin nicht gesucht werden."));
-        SetColumnArrayLength(int(std::count(data + lines.position(), data + size, '\n')) + 1);
     }
-    m_buffer.reserve(m_buffer.size() + size);
-    std::unordered_set<std::string> known;
-    if (merge)
-        known.insert(m_rowKeys.begin(), m_rowKeys.end());
-    const size_t stride = size_t(m_csvColumns) + 1;
-    while (lines.next(line, len) && !report.tooLarge) {
+    // Room for the rows (estimated from the title line's length) and for their text.
+    const size_t perLine = std::max<size_t>(len / 2, 16);
+    SetColumnArrayLength(m_rowCount + int(std::min<size_t>(source.size / perLine + 16, 1u << 26)));
+    reserveText(source.size + source.size / 16);
+    if (merge && !m_indexValid) ReBuildMainIndex();
+    MergeKeys known(m_sortedKeys, m_rowKeys);
+    const int firstNew = m_rowCount;
+    while (lines.next(line, len)) {
         ++report.line;
-        if (isBlank(line, len))
-            continue;
-        if (merge && !mergeLineIsNew(line, len, known))
-            continue;
-        appendRowUtf8(line, len, m_delimiter, report);
-        if (report.tooLarge) {
-            m_rowCount -= 1;
-            m_offsets.resize(size_t(m_rowCount) * stride);
-            m_rowKeys.resize(size_t(m_rowCount));
-        } else if (merge) {
-            known.insert(m_rowKeys[size_t(m_rowCount - 1)]);
+        if (isBlank(line, len)) continue;
+        if (merge && !mergeLineIsNew(line, len, source.cp1252, known)) continue;
+        ensureRows(m_rowCount + 1);
+        if (!storeRow(m_rowCount - 1, line, len, source.cp1252, report)) {
+            --m_rowCount;
+            break;
         }
+        if (merge) known.add(m_rowCount - 1);
     }
-    ReBuildMainIndex();
+    trimRows();
+    shrinkText();
+    if (merge)
+        mergeIntoIndex(firstNew);
+    else
+        ReBuildMainIndex();
     reportParse(report, fileName);
     return true;
 }
 
 // The merge keeps the first file's rows: a line whose coordinate and second key (number,
 // else axis) the table holds already is dropped, and so is a repeat within the new file.
-// A hash of the keys gives the same answer as a lookup after every appended line.
-bool TImportTable::mergeLineIsNew(const char *line, size_t len,
-                                  std::unordered_set<std::string> &known) const
+// Looking the key up among the old rows' sorted keys and the new rows' keys gives the
+// same answer as a lookup after every appended line, without rebuilding the index.
+bool TImportTable::mergeLineIsNew(const char *line, size_t len, bool cp1252, MergeKeys &known) const
 {
     importdetail::FieldSpan fields[256];
     std::vector<importdetail::FieldSpan> many;
@@ -296,27 +344,33 @@ bool TImportTable::mergeLineIsNew(const char *line, size_t len,
         many.resize(size_t(m_csvColumns));
         f = many.data();
     }
+    // Only the fields up to the coordinate and the second key are needed.
+    const int secondColumn = m_colNummer >= 0 ? m_colNummer : m_colAchse;
+    const size_t wanted = size_t(std::max(m_colKoordinate, secondColumn) + 1);
     bool unterminated = false;
-    const size_t found = importdetail::scanCsvFields(line, len, m_delimiter, f,
-                                                     size_t(m_csvColumns), unterminated);
-    const auto span = [&](int column) {
-        return column >= 0 && size_t(column) < found ? f[column] : importdetail::FieldSpan();
+    const size_t found = importdetail::scanCsvFields(
+        line, len, m_delimiter, f, std::min(wanted, size_t(m_csvColumns)), unterminated);
+    const auto text = [&](int column) {
+        if (column < 0 || size_t(column) >= found) return std::string();
+        const char *begin = line + f[column].begin;
+        const size_t n = f[column].end - f[column].begin;
+        const bool ascii = std::all_of(begin, begin + n,
+                                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+        if (cp1252 && !ascii) {
+            const QByteArray utf8 = windows1252ToUtf8(begin, qsizetype(n));
+            return std::string(utf8.constData(), size_t(utf8.size()));
+        }
+        return std::string(begin, n);
     };
-    const auto k = span(m_colKoordinate);
-    if (k.end == k.begin)
-        return true; // no coordinate: a lookup finds nothing, so the line is appended
-    const auto second = span(m_colNummer >= 0 ? m_colNummer : m_colAchse);
-    const char *s = line + second.begin;
-    size_t sLen = second.end - second.begin;
-    if (!importdetail::isIntegerBytes(s, sLen)) {
-        s = "0";
-        sLen = 1;
-    }
+    const std::string k = text(m_colKoordinate);
+    if (k.empty()) return true; // no coordinate: a lookup finds nothing, so the line is appended
+    std::string second = text(secondColumn);
+    if (!importdetail::isIntegerBytes(second.data(), second.size())) second = "0";
     const bool byNumber = m_colNummer >= 0;
-    const std::string key = importdetail::sortKey(line + k.begin, k.end - k.begin,
-                                                  byNumber ? "" : s, byNumber ? 0 : sLen,
-                                                  byNumber ? s : "", byNumber ? sLen : 0);
-    return known.count(key) == 0;
+    const std::string key =
+        byNumber ? importdetail::sortKey(k.data(), k.size(), "", 0, second.data(), second.size())
+                 : importdetail::sortKey(k.data(), k.size(), second.data(), second.size(), "", 0);
+    return !known.old.contains(key) && !known.containsAdded(key);
 }
 
 void TImportTable::reportParse(const ParseReport &report, const QString &fileName) const
@@ -339,8 +393,7 @@ void TImportTable::reportParse(const ParseReport &report, const QString &fileNam
                     report.badCoordinateSamples.join(QLatin1Char('\r')));
     if (report.tooLarge)
         ShowMessage(QStringLiteral("FEHLER: ") + name +
-                    QStringLiteral(" ist zu groß; ab Zeile ") + QString::number(report.line) +
-                    QStringLiteral(" wurde nichts mehr eingelesen."));
+                    QStringLiteral(" ist zu groß (über 2 GB Text) und wurde nicht eingelesen."));
 }
 
 bool TImportTable::AddRow(const QString &line)
@@ -349,20 +402,18 @@ bool TImportTable::AddRow(const QString &line)
         ShowMessage(QStringLiteral("\"AddRow\" nicht möglich; Delim unbekannt!"));
         return false;
     }
-    if (line.trimmed().isEmpty())
-        return true;
+    if (line.trimmed().isEmpty()) return true;
     return InsertRow(line, m_rowCount, TCharSet(QString(QLatin1Char(m_delimiter))));
 }
 
 bool TImportTable::InsertRow(const QString &line, int row, const TCharSet &delimiters)
 {
-    if (row < 0 || m_csvColumns == 0)
-        return false;
+    if (row < 0 || m_csvColumns == 0) return false;
     if (row >= m_rowCount) {
-        if (line.trimmed().isEmpty())
-            return true;
+        if (line.trimmed().isEmpty()) return true;
         row = m_rowCount;
         ensureRows(row + 1);
+        trimRows();
     }
     // Cells come from ExtractCSVWord itself, so any delimiter set works here.
     const size_t stride = size_t(m_csvColumns) + 1;
@@ -370,10 +421,11 @@ bool TImportTable::InsertRow(const QString &line, int row, const TCharSet &delim
         m_overrides.erase((quint64(quint32(row)) << 32) | quint32(c));
     quint32 *offsets = m_offsets.data() + size_t(row) * stride;
     for (int c = 0; c < m_csvColumns; ++c) {
-        offsets[c] = quint32(m_buffer.size());
-        m_buffer += ExtractCSVWord(c + 1, line, delimiters).toStdString();
+        const QByteArray cellText = ExtractCSVWord(c + 1, line, delimiters).toUtf8();
+        offsets[c] = quint32(m_textSize);
+        appendText(cellText.constData(), size_t(cellText.size()));
     }
-    offsets[m_csvColumns] = quint32(m_buffer.size());
+    offsets[m_csvColumns] = quint32(m_textSize);
     updateSortKey(row);
     return true;
 }
@@ -386,12 +438,11 @@ void TImportTable::UpdateRow(const QString &line, int row)
 
 void TImportTable::InsertNewRow(const QString &line, int row)
 {
-    if (m_csvColumns == 0)
-        return;
+    if (m_csvColumns == 0) return;
     row = std::clamp(row, 0, m_rowCount);
     const size_t stride = size_t(m_csvColumns) + 1;
     m_offsets.insert(m_offsets.begin() + std::ptrdiff_t(size_t(row) * stride), stride,
-                     quint32(m_buffer.size()));
+                     quint32(m_textSize));
     m_rowKeys.insert(m_rowKeys.begin() + row, std::string());
     ++m_rowCount;
     // Overwritten cells are keyed by row: move those behind the new row down by one.

@@ -35,8 +35,7 @@ QString TImportTable::fGetGruppe(int p) const
 QString TImportTable::fGetParam(int p) const
 {
     const QString sort = fGetSortFullKoord(p);
-    if (sort.isEmpty())
-        return QString();
+    if (sort.isEmpty()) return QString();
     const QString number = sort.mid(1, 3);
     return sort.left(1) + (number.startsWith(QLatin1Char('0')) ? number.mid(1) : number);
 }
@@ -74,22 +73,19 @@ QString TImportTable::fGetParamName(int p) const
 
 bool TImportTable::IstArrayPar(int p) const
 {
-    if (rowAt(p) < 0 || !fGetKoord(p).contains(QLatin1Char('.')))
-        return false;
+    if (rowAt(p) < 0 || !fGetKoord(p).contains(QLatin1Char('.'))) return false;
     return m_colName < 0 || !cell(rowAt(p), m_colName).contains(QChar(0x00A7));
 }
 
 bool TImportTable::IstRecordPar(int p) const
 {
-    if (rowAt(p) < 0 || m_colName < 0 || !fGetKoord(p).contains(QLatin1Char('.')))
-        return false;
+    if (rowAt(p) < 0 || m_colName < 0 || !fGetKoord(p).contains(QLatin1Char('.'))) return false;
     return cell(rowAt(p), m_colName).contains(QChar(0x00A7));
 }
 
 int TImportTable::GetArrayElementCount(int p) const
 {
-    if (!IstArrayPar(p))
-        return 0;
+    if (!IstArrayPar(p)) return 0;
     const QString param = fGetParam(p);
     int last = p;
     while (last + 1 < m_rowCount && fGetParam(last + 1) == param)
@@ -99,8 +95,7 @@ int TImportTable::GetArrayElementCount(int p) const
 
 QString TImportTable::fGetAchsenListe(int p) const
 {
-    if (rowAt(p) < 0)
-        return QString();
+    if (rowAt(p) < 0) return QString();
     const QString koord = fGetKoord(p);
     int first = p;
     while (first > 0 && fGetKoord(first - 1) == koord)
@@ -149,8 +144,7 @@ bool TImportTable::ExportAll(const QString &fileName) const
         out += QStringLiteral("\r\n");
     }
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(encodeForFile(out)) < 0 ||
-        !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(encodeForFile(out)) < 0 || !file.commit()) {
         ShowMessage(QStringLiteral("FEHLER: Datei ") + fileName +
                     QStringLiteral(" konnte nicht geschrieben werden!"));
         return false;

@@ -50,8 +50,7 @@ void TWerteTable::SetHiddenParamFilter(const QString &list)
     const int n = LWordCount(list, TCharSet(",;"), ewMultipleDelim);
     for (int i = 1; i <= n; ++i) {
         const QString word = LExtractWord(i, list, TCharSet(",;"), ewMultipleDelim).trimmed();
-        if (!word.isEmpty())
-            m_hidden.insert(word);
+        if (!word.isEmpty()) m_hidden.insert(word);
     }
 }
 
@@ -68,15 +67,13 @@ void TWerteTable::parseFilter()
     m_terms.clear();
     m_columnsResolved = false;
     const QString expr = m_filter;
-    if (expr.trimmed().isEmpty())
-        return;
+    if (expr.trimmed().isEmpty()) return;
     int pos = 0;
     Term::Join join = Term::First;
     while (true) {
         while (pos < expr.size() && expr.at(pos) == QLatin1Char(' '))
             ++pos;
-        if (pos >= expr.size())
-            break;
+        if (pos >= expr.size()) break;
         const QString text = nextTerm(expr, pos);
         Term term;
         term.join = join;
@@ -120,8 +117,7 @@ void TWerteTable::parseFilter()
 // every row.
 void TWerteTable::resolveFilterColumns()
 {
-    if (m_columnsResolved)
-        return;
+    if (m_columnsResolved) return;
     for (Term &term : m_terms) {
         if (term.op != Term::None)
             term.column = term.title.isEmpty() ? -1 : ColNoByName(term.title);
@@ -133,8 +129,8 @@ void TWerteTable::resolveFilterColumns()
 
 bool TWerteTable::termHolds(const Term &term, int position) const
 {
-    const QString cell = term.column < 0 ? QStringLiteral("?")
-                                         : CellAt(position, term.column).trimmed().toLower();
+    const QString cell =
+        term.column < 0 ? QStringLiteral("?") : CellAt(position, term.column).trimmed().toLower();
     switch (term.op) {
     case Term::Match:
         return WildComp(term.value, cell);
@@ -156,8 +152,7 @@ bool TWerteTable::evaluateFilter(int position) const
 {
     bool result = true;
     for (const Term &term : m_terms) {
-        if (term.op == Term::None)
-            continue; // a term without operator leaves the result as it is
+        if (term.op == Term::None) continue; // a term without operator leaves the result as it is
         const bool holds = termHolds(term, position);
         if (term.join == Term::First)
             result = holds;
@@ -172,8 +167,7 @@ bool TWerteTable::evaluateFilter(int position) const
 bool TWerteTable::RowAccepted(int position)
 {
     resolveFilterColumns();
-    if (!m_groupFilter.isEmpty() && fGetGruppe(position).toUpper() != m_groupFilter)
-        return false;
+    if (!m_groupFilter.isEmpty() && fGetGruppe(position).toUpper() != m_groupFilter) return false;
     const QString koord = fGetKoord(position);
     const auto elementShown = [&koord](int mode) {
         return mode <= 0 || (mode == 1 && koord.contains(QLatin1String(".0")));
@@ -187,18 +181,13 @@ bool TWerteTable::RowAccepted(int position)
         return false;
     if (m_levelFilter < 99 && m_levelColumn >= 0) {
         const QString level = CellAt(position, m_levelColumn).trimmed();
-        if (IsInteger(level) && level.toInt() > m_levelFilter)
-            return false;
+        if (IsInteger(level) && level.toInt() > m_levelFilter) return false;
     }
-    if (!m_hidden.empty() && m_hidden.count(fGetParam(position)))
-        return false;
-    if (!m_terms.empty() && !evaluateFilter(position))
-        return false;
+    if (!m_hidden.empty() && m_hidden.count(fGetParam(position))) return false;
+    if (!m_terms.empty() && !evaluateFilter(position)) return false;
     bool accepted = true;
-    if (OnFilterRecord)
-        OnFilterRecord(position, accepted);
-    if (accepted)
-        m_lastAccepted = koord;
+    if (OnFilterRecord) OnFilterRecord(position, accepted);
+    if (accepted) m_lastAccepted = koord;
     return accepted;
 }
 
@@ -208,8 +197,7 @@ int TWerteTable::GetVisibleParamCount()
     m_lastAccepted.clear();
     m_columnsResolved = false;
     for (int p = 0; p < RowCount(); ++p) {
-        if (RowAccepted(p))
-            m_visible.push_back(p);
+        if (RowAccepted(p)) m_visible.push_back(p);
     }
     return int(m_visible.size());
 }
@@ -258,8 +246,7 @@ QString TWerteTable::ValueByColName(int i, const QString &title) const
 void TWerteTable::SetValueByColName(int i, const QString &title, const QString &value)
 {
     const int p = visibleAt(i);
-    if (p >= 0)
-        TImportTable::SetValueByColName(p, title, value);
+    if (p >= 0) TImportTable::SetValueByColName(p, title, value);
 }
 
 QString TWerteTable::orgValueByColName(int position, const QString &title) const
@@ -294,8 +281,7 @@ int TWerteTable::GetAnzGruppen()
     m_groups.clear();
     for (const int p : m_visible) {
         const QString g = fGetGruppe(p);
-        if (m_groups.empty() || m_groups.back() != g)
-            m_groups.push_back(g);
+        if (m_groups.empty() || m_groups.back() != g) m_groups.push_back(g);
     }
     m_groupFilter = saved;
     return int(m_groups.size());

@@ -1,4 +1,6 @@
 #include "platform/textcodec.h"
+
+#include <array>
 #include "platform/textcodec_p.h"
 
 #include <cstring>
@@ -136,18 +138,57 @@ bool isValidUtf8(const char *data, qsizetype size)
     return true;
 }
 
+namespace {
+
+// Every byte's character, so decoding is one table look-up per byte.
+const char16_t *windows1252Table()
+{
+    static const auto table = [] {
+        std::array<char16_t, 256> t{};
+        for (int b = 0; b < 256; ++b)
+            t[size_t(b)] = detail::singleByteToUnicode(1252, static_cast<unsigned char>(b));
+        return t;
+    }();
+    return table.data();
+}
+
+} // namespace
+
 QString decodeWindows1252(const QByteArray &bytes)
 {
     const char *data = bytes.constData();
     const qsizetype size = bytes.size();
     const qsizetype ascii = detail::asciiPrefixLength(data, size);
     if (ascii == size) return QString::fromLatin1(data, size);
+    const char16_t *table = windows1252Table();
     QString out(size, Qt::Uninitialized);
     char16_t *dst = reinterpret_cast<char16_t *>(out.data());
-    for (qsizetype i = 0; i < ascii; ++i)
-        dst[i] = char16_t(data[i]);
-    for (qsizetype i = ascii; i < size; ++i)
-        dst[i] = detail::singleByteToUnicode(1252, static_cast<unsigned char>(data[i]));
+    for (qsizetype i = 0; i < size; ++i)
+        dst[i] = table[static_cast<unsigned char>(data[i])];
+    return out;
+}
+
+QByteArray windows1252ToUtf8(const char *data, qsizetype size)
+{
+    const char16_t *table = windows1252Table();
+    QByteArray out(size * 3, Qt::Uninitialized); // no character takes more than 3 bytes
+    char *dst = out.data();
+    for (qsizetype i = 0; i < size; ++i) {
+        const unsigned char b = static_cast<unsigned char>(data[i]);
+        if (b < 0x80) {
+            *dst++ = char(b);
+            continue;
+        }
+        const char16_t c = table[b];
+        if (c < 0x800) {
+            *dst++ = char(0xC0 | (c >> 6));
+        } else {
+            *dst++ = char(0xE0 | (c >> 12));
+            *dst++ = char(0x80 | ((c >> 6) & 0x3F));
+        }
+        *dst++ = char(0x80 | (c & 0x3F));
+    }
+    out.truncate(dst - out.constData());
     return out;
 }
 

@@ -18,6 +18,9 @@ DRIVEWIZ_EXPORT QString decodeText(const QByteArray &bytes);
 /// Decodes bytes as Windows-1252, whatever they are (no byte order mark handling).
 DRIVEWIZ_EXPORT QString decodeWindows1252(const QByteArray &bytes);
 
+/// Windows-1252 bytes straight to UTF-8, for readers that keep text as UTF-8.
+DRIVEWIZ_EXPORT QByteArray windows1252ToUtf8(const char *data, qsizetype size);
+
 /// Encodes text as Windows-1252; a character that has no code there becomes "?" (one
 /// "?" per character, also for characters outside the BMP).
 DRIVEWIZ_EXPORT QByteArray encodeWindows1252(const QString &text);

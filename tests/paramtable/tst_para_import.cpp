@@ -72,7 +72,7 @@ TEST_F(ImportTableLoad, LineEndsBlankLinesAndQuotes)
     ASSERT_EQ(t.RowCount(), 3);
     EXPECT_EQ(t.fGetParamName(0), QStringLiteral("a;b"));
     EXPECT_EQ(t.ValueByColName(0, QStringLiteral("wert")), QStringLiteral("x"));
-    EXPECT_EQ(t.fGetParamName(1), QStringLiteral("c "));  // leading blanks go, trailing stay
+    EXPECT_EQ(t.fGetParamName(1), QStringLiteral("c ")); // leading blanks go, trailing stay
     EXPECT_EQ(t.ValueByColName(1, QStringLiteral("Wert")), QStringLiteral("5 "));
     EXPECT_EQ(t.ValueByColName(2, QStringLiteral("Wert")), QString()); // missing field
 }
@@ -93,7 +93,9 @@ TEST_F(ImportTableLoad, BadFilesGetClearMessagesAndLeaveAUsableTable)
     EXPECT_EQ(t.FindParam(QStringLiteral("A01"), QStringLiteral("1")), -1);
     EXPECT_TRUE(messages().isEmpty());
 
-    t.ImportTable(write("nul.csv", kTitle + QByteArray("a;A0\0\0" "1;1;2\r\n", 13)));
+    t.ImportTable(write("nul.csv", kTitle + QByteArray("a;A0\0\0"
+                                                       "1;1;2\r\n",
+                                                       13)));
     EXPECT_EQ(messages().size(), 1);
     EXPECT_EQ(t.FindParam(QStringLiteral("A01"), QStringLiteral("1")), 0);
 
@@ -132,8 +134,8 @@ TEST_F(ImportTableMerge, FirstFileWinsAndRepeatsAreDropped)
 {
     TImportTable t;
     t.ImportTable(write("a.csv", rows({"first;A01;1;1", "dup;A01;1;2", "other;A02;1;3"})));
-    t.AddCSVFile(write("b.csv", rows({"second;A01;1;9", "new;A03;1;4", "again;A03;1;5",
-                                      "axis2;A01;2;6"})));
+    t.AddCSVFile(
+        write("b.csv", rows({"second;A01;1;9", "new;A03;1;4", "again;A03;1;5", "axis2;A01;2;6"})));
     EXPECT_TRUE(messages().isEmpty());
     EXPECT_EQ(t.RowCount(), 5); // both first-file rows of A01 stay
     EXPECT_EQ(t.fGetParamName(t.FindParam("A03", "1")), QStringLiteral("new"));
@@ -168,9 +170,10 @@ TEST_F(ImportTableMerge, LinearMergeMatchesLineByLineMerge)
             for (int i = 0; i < 60; ++i) {
                 const int n = int(rng->bounded(12));
                 const char *axes[] = {"1", "2", "", "x", " 3"};
-                *f += "n" + QByteArray::number(i) + ";" +
-                      (n == 11 ? QByteArray() : "A" + QByteArray::number(n).rightJustified(2, '0')) +
-                      ";" + axes[rng->bounded(5)] + ";v\r\n";
+                *f +=
+                    "n" + QByteArray::number(i) + ";" +
+                    (n == 11 ? QByteArray() : "A" + QByteArray::number(n).rightJustified(2, '0')) +
+                    ";" + axes[rng->bounded(5)] + ";v\r\n";
             }
         }
         TImportTable fast, slow;
@@ -179,12 +182,10 @@ TEST_F(ImportTableMerge, LinearMergeMatchesLineByLineMerge)
         slow.ImportTable(path("a.csv"));
         for (const QByteArray &line : b.split('\n').mid(1)) {
             const QString l = QString::fromUtf8(line).trimmed();
-            if (l.isEmpty())
-                continue;
+            if (l.isEmpty()) continue;
             const QString koord = ExtractCSVWord(2, l, TCharSet(";"));
             QString axis = ExtractCSVWord(3, l, TCharSet(";"));
-            if (!IsInteger(axis))
-                axis = QStringLiteral("0");
+            if (!IsInteger(axis)) axis = QStringLiteral("0");
             if (slow.FindParam(koord, axis) < 0) {
                 slow.AddRow(l);
                 slow.ReBuildMainIndex();
@@ -202,11 +203,11 @@ class ImportTableIndex : public CsvFiles
 protected:
     void SetUp() override
     {
-        t.ImportTable(write("t.csv", rows({"E;E100;1;1", "A;A03;1;1", "Arr0;B33.0;1;1",
-                                           "Arr1;B33.1;1;1", "Arr5;B33.5;1;1",
-                                           "Rec §1;C10.1;1;1", "all;D01;1;1", "all;D01;2;1",
-                                           "all;D01;3;1", "all;D01;4;1", "two;D02;1;1",
-                                           "two;D02;2;1", "any;F07;0;1"})));
+        t.ImportTable(write(
+            "t.csv",
+            rows({"E;E100;1;1", "A;A03;1;1", "Arr0;B33.0;1;1", "Arr1;B33.1;1;1", "Arr5;B33.5;1;1",
+                  "Rec §1;C10.1;1;1", "all;D01;1;1", "all;D01;2;1", "all;D01;3;1", "all;D01;4;1",
+                  "two;D02;1;1", "two;D02;2;1", "any;F07;0;1"})));
     }
     int find(const char *k, const char *axis = "1") { return t.FindParam(k, axis); }
     TImportTable t;
@@ -281,7 +282,8 @@ TEST_F(ImportTableIndex, ExportAndCsvStrings)
     ASSERT_TRUE(t.ExportAll(path("out.csv")));
     const QByteArray out = test::readFile(path("out.csv"));
     EXPECT_TRUE(out.startsWith("\"name\";\"koordinate\";\"achse\";\"wert\";\r\n\"E\";\"E100\";"));
-    EXPECT_TRUE(out.contains("\"Gr\xF6\xDF" "e\";")); // written as Windows-1252
+    EXPECT_TRUE(out.contains("\"Gr\xF6\xDF"
+                             "e\";")); // written as Windows-1252
     TImportTable back;
     back.ImportTable(path("out.csv"));
     EXPECT_EQ(back.RowCount(), t.RowCount());
@@ -299,8 +301,7 @@ TEST(ImportTableParsing, FastPathsAgreeWithTheTextRoutines)
         for (int i = 0; i < len; ++i) {
             const char c = alphabet[rng->bounded(int(sizeof alphabet) - 1)];
             line += c;
-            if (c == '\xC3')
-                line += '\xA4';
+            if (c == '\xC3') line += '\xA4';
         }
         importdetail::FieldSpan spans[16];
         bool unterminated = false;
@@ -309,17 +310,18 @@ TEST(ImportTableParsing, FastPathsAgreeWithTheTextRoutines)
         const QString text = QString::fromUtf8(line);
         for (size_t f = 0; f < 16; ++f) {
             const QString fast = f < n ? QString::fromUtf8(line.constData() + spans[f].begin,
-                                                          qsizetype(spans[f].end - spans[f].begin))
+                                                           qsizetype(spans[f].end - spans[f].begin))
                                        : QString();
             ASSERT_EQ(fast, ExtractCSVWord(int(f) + 1, text, TCharSet(";")))
                 << line.toStdString() << " field " << f + 1;
         }
         const QByteArray a = line.left(3), k = line.mid(3);
-        const std::string key = importdetail::sortKey(k.constData(), size_t(k.size()), a.constData(),
-                                                      size_t(a.size()), "", 0);
+        const std::string key = importdetail::sortKey(k.constData(), size_t(k.size()),
+                                                      a.constData(), size_t(a.size()), "", 0);
         ASSERT_EQ(QString::fromStdString(key),
                   TImportTable::BuildSortString(QString::fromUtf8(k).trimmed().toUpper(),
-                                                QString::fromUtf8(a), QString()).toUpper())
+                                                QString::fromUtf8(a), QString())
+                      .toUpper())
             << line.toStdString();
     }
 }

@@ -10,7 +10,8 @@ namespace {
 // A small, fixed mixing function: the same inputs give the same file on every machine.
 uint32_t mix(uint32_t a, uint32_t b, uint32_t c)
 {
-    uint32_t h = a * 0x9E3779B1u ^ (b + 0x7F4A7C15u) * 0x85EBCA77u ^ (c + 0x165667B1u) * 0xC2B2AE3Du;
+    uint32_t h =
+        a * 0x9E3779B1u ^ (b + 0x7F4A7C15u) * 0x85EBCA77u ^ (c + 0x165667B1u) * 0xC2B2AE3Du;
     h ^= h >> 15;
     h *= 0x2C1B3C6Du;
     h ^= h >> 12;
@@ -21,21 +22,45 @@ uint32_t mix(uint32_t a, uint32_t b, uint32_t c)
 
 // Names carry umlauts (single bytes in Windows-1252) as real description files do.
 const char *const kNames[] = {
-    "Drehzahl-Sollwert",     "Drehmoment-Grenze",  "\xDC" "berwachungszeit",
-    "Strom-Istwert",         "Lageregler Verst\xE4rkung", "Beschleunigungsrampe",
-    "Bremsrampe",            "Motortemperatur",    "Geber-Aufl\xF6sung",
-    "Schleppfehler-Grenze",  "Analogeingang Offset", "Digitalausgang Funktion",
-    "Feldbus-Adresse",       "Ger\xE4tezustand",   "Zwischenkreisspannung",
-    "Quelle; Signal",        "Ma\xDF" "einheit Weg", "Tippbetrieb Drehzahl",
+    "Drehzahl-Sollwert",
+    "Drehmoment-Grenze",
+    "\xDC"
+    "berwachungszeit",
+    "Strom-Istwert",
+    "Lageregler Verst\xE4rkung",
+    "Beschleunigungsrampe",
+    "Bremsrampe",
+    "Motortemperatur",
+    "Geber-Aufl\xF6sung",
+    "Schleppfehler-Grenze",
+    "Analogeingang Offset",
+    "Digitalausgang Funktion",
+    "Feldbus-Adresse",
+    "Ger\xE4tezustand",
+    "Zwischenkreisspannung",
+    "Quelle; Signal",
+    "Ma\xDF"
+    "einheit Weg",
+    "Tippbetrieb Drehzahl",
 };
-const char *const kTypes[] = {"B",  "I8",  "U8", "I16", "U16", "I32", "U32",
+const char *const kTypes[] = {"B",   "I8",  "U8", "I16", "U16",  "I32",   "U32",
                               "P64", "R64", "VS", "OS",  "STR8", "STR16", "U8A64"};
-const char *const kUnits[] = {"rpm", "Nm", "A", "V", "ms", "%", "\xB0" "C", "Ink", "<B26>", ""};
+const char *const kUnits[] = {"rpm",
+                              "Nm",
+                              "A",
+                              "V",
+                              "ms",
+                              "%",
+                              "\xB0"
+                              "C",
+                              "Ink",
+                              "<B26>",
+                              ""};
 
 struct Param
 {
-    int group;  // 1..26
-    int number; // 0..1023, beyond that when the sequence is exhausted
+    int group;    // 1..26
+    int number;   // 0..1023, beyond that when the sequence is exhausted
     int elements; // 0 = scalar, else array or record elements (1..n, plus .0)
     bool record;
     int axes;
@@ -66,8 +91,7 @@ void appendRow(std::string &out, const Param &p, int element, int axis, uint32_t
     const uint32_t address = (uint32_t(axis - 1) << 30) + (uint32_t(p.group) << 24) +
                              (uint32_t(p.number) << 14) + uint32_t(element);
     std::string name = kNames[h % (sizeof kNames / sizeof *kNames)];
-    if (p.record && element > 0)
-        name += " \xA7" + std::to_string(element);
+    if (p.record && element > 0) name += " \xA7" + std::to_string(element);
     const char *type = kTypes[(h >> 4) % (sizeof kTypes / sizeof *kTypes)];
     const char *unit = kUnits[(h >> 9) % (sizeof kUnits / sizeof *kUnits)];
     const int art = (h >> 13) % 10 == 0 ? 1 : (h >> 13) % 10 == 1 ? 4 : (h >> 13) % 10 == 2 ? 6 : 0;
@@ -97,8 +121,7 @@ std::string generate(const Options &options)
         const Param p = paramAt(index, options.seed, maxAxes);
         for (int element = 0; element <= p.elements && written < options.rows; ++element) {
             for (int axis = 1; axis <= p.axes && written < options.rows; ++axis) {
-                if (seen++ < options.skip)
-                    continue;
+                if (seen++ < options.skip) continue;
                 appendRow(out, p, element, axis, options.seed);
                 ++written;
             }

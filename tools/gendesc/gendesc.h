@@ -12,10 +12,10 @@ namespace drivewiz::gendesc {
 
 struct Options
 {
-    long rows = 1000;      ///< data rows to write
-    long skip = 0;         ///< rows of the sequence to leave out first
-    uint32_t seed = 1;     ///< changes values and kinds, not the coordinate sequence
-    int maxAxes = 4;       ///< 1..4
+    long rows = 1000;  ///< data rows to write
+    long skip = 0;     ///< rows of the sequence to leave out first
+    uint32_t seed = 1; ///< changes values and kinds, not the coordinate sequence
+    int maxAxes = 4;   ///< 1..4
 };
 
 /// The whole file as bytes.

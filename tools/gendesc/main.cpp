@@ -10,8 +10,7 @@
 int main(int argc, char **argv)
 {
     if (argc < 3) {
-        std::fprintf(stderr, "usage: %s ROWS OUTFILE [--skip N] [--seed S] [--axes A]\n",
-                     argv[0]);
+        std::fprintf(stderr, "usage: %s ROWS OUTFILE [--skip N] [--seed S] [--axes A]\n", argv[0]);
         return 2;
     }
     drivewiz::gendesc::Options options;
