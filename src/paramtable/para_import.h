@@ -127,8 +127,14 @@ public:
     QString GetCSVString(int row, const QStringList &columnTitles) const;
     /// Writes every row in file order; each cell as "cell"; and ";" as delimiter.
     bool ExportAll(const QString &fileName) const;
+    /// The same with a choice: titles (tExp_ColTitles, or only them: tExp_ColTitlesOnly),
+    /// all rows (tExp_AllRecords) or the visible ones (tExp_OnlyVisibleRecs), and whether
+    /// the file is overwritten (tExp_rewrite) or appended to.
+    bool ExportAll(const QString &fileName, TExportCsvOptionsType options) const;
 
 protected:
+    /// The file-order rows an export with tExp_OnlyVisibleRecs writes: every row here.
+    virtual std::vector<int> visibleRowsForExport() const;
     /// True while the owning component is edited in a form designer.
     virtual bool isDesigningTable() const { return false; }
 

@@ -5,6 +5,7 @@
 #include "platform/dialogs.h"
 #include "platform/textcodec.h"
 
+#include <QFile>
 #include <QSaveFile>
 
 namespace drivewiz {
@@ -131,25 +132,55 @@ QString TImportTable::GetCSVString(int row, const QStringList &columnTitles) con
 
 bool TImportTable::ExportAll(const QString &fileName) const
 {
+    return ExportAll(fileName, {tExp_ColTitles, tExp_AllRecords, tExp_rewrite});
+}
+
+std::vector<int> TImportTable::visibleRowsForExport() const
+{
+    std::vector<int> rows(static_cast<size_t>(m_rowCount));
+    for (int r = 0; r < m_rowCount; ++r)
+        rows[size_t(r)] = r;
+    return rows;
+}
+
+bool TImportTable::ExportAll(const QString &fileName, TExportCsvOptionsType options) const
+{
     const auto quoted = [](const QString &text) {
         return QLatin1Char('"') + text + QStringLiteral("\";");
     };
     QString out;
-    for (int c = 0; c < m_csvColumns; ++c)
-        out += quoted(m_titles.at(c));
-    out += QStringLiteral("\r\n");
-    for (int r = 0; r < m_rowCount; ++r) {
+    if (options.contains(tExp_ColTitles) || options.contains(tExp_ColTitlesOnly)) {
+        for (int c = 0; c < m_csvColumns; ++c)
+            out += quoted(m_titles.at(c));
+        out += QStringLiteral("\r\n");
+    }
+    std::vector<int> rows;
+    if (options.contains(tExp_ColTitlesOnly))
+        rows.clear();
+    else if (options.contains(tExp_OnlyVisibleRecs))
+        rows = visibleRowsForExport();
+    else if (options.contains(tExp_AllRecords))
+        rows = TImportTable::visibleRowsForExport();
+    for (const int r : rows) {
         for (int c = 0; c < m_csvColumns; ++c)
             out += quoted(cell(r, c));
         out += QStringLiteral("\r\n");
     }
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(encodeForFile(out)) < 0 || !file.commit()) {
+    const QByteArray bytes = encodeForFile(out);
+    bool written = false;
+    if (options.contains(tExp_rewrite)) {
+        QSaveFile file(fileName);
+        written =
+            file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    } else {
+        QFile file(fileName);
+        written = file.open(QIODevice::WriteOnly | QIODevice::Append) &&
+                  file.write(bytes) == bytes.size();
+    }
+    if (!written)
         ShowMessage(QStringLiteral("FEHLER: Datei ") + fileName +
                     QStringLiteral(" konnte nicht geschrieben werden!"));
-        return false;
-    }
-    return true;
+    return written;
 }
 
 } // namespace drivewiz

@@ -202,6 +202,15 @@ int TWerteTable::GetVisibleParamCount()
     return int(m_visible.size());
 }
 
+std::vector<int> TWerteTable::visibleRowsForExport() const
+{
+    std::vector<int> rows;
+    rows.reserve(m_visible.size());
+    for (const int p : m_visible)
+        rows.push_back(RowOfPosition(p));
+    return rows;
+}
+
 int TWerteTable::visibleAt(int i) const
 {
     return i >= 0 && size_t(i) < m_visible.size() ? m_visible[size_t(i)] : -1;

@@ -74,6 +74,10 @@ public:
     /// The i-th of the groups GetAnzGruppen() found.
     QString GetGruppe(int i) const;
 
+protected:
+    /// The rows of the visible list, in its order.
+    std::vector<int> visibleRowsForExport() const override;
+
 private:
     struct Term
     {

@@ -233,6 +233,9 @@ DRIVEWIZ_EXPORT bool WriteMemoToFile(QPlainTextEdit *memo, const QString &fileNa
 /// count 0: removes the line breaks at the very end of the text. count > 0: removes
 /// trailing empty lines until the last line is not empty.
 DRIVEWIZ_EXPORT void Del_CRLF(QTextEdit *edit, int count);
+/// Loads rich text (RTF) into `tmpRichedit` and returns its plain text; without that view
+/// it shows a message and returns nothing.
+DRIVEWIZ_EXPORT QString ConvertRTFToAsciiText(const QByteArray &rtf);
 /// Depth-first search of the container's child widgets for an object name
 /// (case-insensitive); an empty name finds nothing.
 DRIVEWIZ_EXPORT QWidget *FindMyControl(QWidget *container, const QString &name);

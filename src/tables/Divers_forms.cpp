@@ -3,6 +3,8 @@
 #include "tables/Divers.h"
 
 #include "platform/convert.h"
+#include "platform/dialogs.h"
+#include "platform/rtfreader.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -20,6 +22,17 @@
 namespace drivewiz {
 
 QPointer<QTextEdit> tmpRichedit;
+
+QString ConvertRTFToAsciiText(const QByteArray &rtf)
+{
+    if (!tmpRichedit) {
+        ShowMessage(QStringLiteral("Im Hauptformular fehlt TRichEdit-Komponente für die "
+                                   "Konvertierung!"));
+        return QString();
+    }
+    RtfToDocument(rtf, tmpRichedit->document());
+    return tmpRichedit->toPlainText();
+}
 
 int GetAnzahlASCIIZeilen(const QString &fileName)
 {

@@ -96,3 +96,23 @@ TEST_F(WerteTable, OneAxisGroupsAndEvent)
     EXPECT_EQ(t.Koordinate(5), QString());
     EXPECT_EQ(t.ValueByKoordinate("a02", "1", "Name"), QStringLiteral("Strom"));
 }
+
+TEST_F(WerteTable, ExportWritesTitlesAllOrVisibleRowsAndAppends)
+{
+    t.SetFilter("(Datentyp=u16)");
+    t.GetVisibleParamCount();
+    const QString out = path("export.csv");
+    ASSERT_TRUE(t.ExportAll(out, {tExp_ColTitles, tExp_OnlyVisibleRecs, tExp_rewrite}));
+    EXPECT_EQ(test::readFile(out), QByteArray("\"name\";\"koordinate\";\"achse\";\"datentyp\";"
+                                              "\"read-level\";\r\n\"Strom\";\"A02\";\"1\";"
+                                              "\"U16\";\"3\";\r\n"));
+    ASSERT_TRUE(t.ExportAll(out, {tExp_AllRecords}));
+    const QList<QByteArray> lines = test::readFile(out).split('\n');
+    EXPECT_EQ(lines.size(), 2 + 11 + 1);
+    EXPECT_TRUE(lines.at(10).contains("\"Satz \xA7"
+                                      "2\";")); // Windows-1252, appended
+    ASSERT_TRUE(t.ExportAll(out, {tExp_ColTitlesOnly, tExp_rewrite}));
+    EXPECT_EQ(test::readFile(out).count('\n'), 1);
+    EXPECT_FALSE(t.ExportAll(path("no/such/dir/x.csv"), {tExp_AllRecords}));
+    EXPECT_EQ(messages().size(), 1);
+}

@@ -371,3 +371,15 @@ TEST(DiversHostileInput, EveryTextRoutineSurvivesHostileTexts)
         feedTextRoutines(s);
     SUCCEED(); // the sanitizers judge this test
 }
+
+TEST(DiversForms, ConvertRTFToAsciiTextNeedsTheMainFormsView)
+{
+    const QByteArray rtf = "{\\rtf1\\ansi {\\b Drehzahl}\\par Gr\\'f6\\'dfe}";
+    EXPECT_EQ(ConvertRTFToAsciiText(rtf), QString());
+    EXPECT_EQ(test::recorder().messages(),
+              QStringList({"Im Hauptformular fehlt TRichEdit-Komponente für die Konvertierung!"}));
+    QTextEdit view;
+    tmpRichedit = &view;
+    EXPECT_EQ(ConvertRTFToAsciiText(rtf), QString::fromUtf8("Drehzahl\nGröße"));
+    tmpRichedit = nullptr;
+}
