@@ -1,5 +1,12 @@
 #include "wizard/wizSprache.h"
 
+#include "platform/inifile.h"
+#include "wizard/wizSprache_p.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
 #include <iterator>
 
 namespace drivewiz {
@@ -158,6 +165,104 @@ void ResetCommonStrings()
 {
     for (const auto &s : kCommonStrings)
         *s.variable = QString::fromUtf8(s.defaultText);
+}
+
+bool WriteWizLang = false;
+
+namespace {
+
+const QString kCommonSection = QStringLiteral("ComStr");
+
+// The central folder as seen from the current working folder, without its final "/".
+QString centralFolder()
+{
+    return QDir::cleanPath(QDir::current().absoluteFilePath(QStringLiteral("../WizLingua")));
+}
+
+bool centralFolderInUse()
+{
+    const QDir folder(centralFolder());
+    // Like the drive tool's file test: a folder named wizling.1 does not count.
+    return QFileInfo(folder.filePath(QStringLiteral("wizling.1"))).isFile() ||
+           QFileInfo(folder.filePath(QStringLiteral("wizling.0"))).isFile();
+}
+
+QString programFolder()
+{
+    // Without an application object Qt knows no program folder; the working folder is
+    // the best guess then (and keeps the result an absolute path).
+    const QString dir =
+        QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
+    return dir.isEmpty() ? QDir::currentPath() : dir;
+}
+
+// Folders compare by their real location where they exist, so that a symbolic link or
+// "a/../b" does not hide that two paths name the same folder.
+QString comparableFolder(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString real = info.canonicalFilePath();
+    return real.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : real;
+}
+
+} // namespace
+
+QString GetIniFileName(int language, bool &central)
+{
+    const QString name = QStringLiteral("wizling.") + QString::number(language);
+    central = centralFolderInUse();
+    return (central ? centralFolder() : programFolder()) + u'/' + name;
+}
+
+QString GetCFGFileName()
+{
+    bool central = false;
+    return QFileInfo(GetIniFileName(1, central)).path() + QStringLiteral("/wiz.cfg");
+}
+
+namespace detail {
+
+bool languageWritesAllowed(const IniFile *ini)
+{
+    if (!WriteWizLang || !ini || !centralFolderInUse()) return false;
+    const QString folder = QFileInfo(ini->path()).absolutePath();
+    return comparableFolder(folder) == comparableFolder(centralFolder()) && !ini->isReadOnly();
+}
+
+void saveLanguageFile(IniFile *ini)
+{
+    // Writing back is a help for translators on the development platform: a failed save
+    // must not disturb the wizard, so it is not reported.
+    if (ini->isModified()) ini->save();
+}
+
+} // namespace detail
+
+void ReadCommonStrings(const IniFile *ini)
+{
+    if (!ini) return;
+    for (const auto &s : kCommonStrings) {
+        *s.variable = ini->readString(kCommonSection, QString::fromLatin1(s.key),
+                                      QString::fromUtf8(s.defaultText));
+    }
+}
+
+void WriteCommonStrings(IniFile *ini)
+{
+    if (!detail::languageWritesAllowed(ini)) return;
+    for (const auto &s : kCommonStrings) {
+        const QString key = QString::fromLatin1(s.key);
+        if (!ini->valueExists(kCommonSection, key))
+            ini->writeString(kCommonSection, key, *s.variable);
+    }
+    detail::saveLanguageFile(ini);
+}
+
+QString wizReadString(const IniFile *ini, const QString &section, const QString &ident,
+                      const QString &defaultValue)
+{
+    if (!ini || section.trimmed().isEmpty() || ident.trimmed().isEmpty()) return defaultValue;
+    return ini->readString(section, ident, defaultValue);
 }
 
 } // namespace drivewiz

@@ -5,7 +5,12 @@
 
 #include <QString>
 
+class QLabel;
+class QWidget;
+
 namespace drivewiz {
+
+class IniFile;
 
 // The common strings: texts the components show themselves (messages, captions, unit
 // words). They start as the German defaults and are replaced from section "ComStr" of
@@ -90,6 +95,67 @@ DRIVEWIZ_EXPORT const CommonString *commonStrings(int *count);
 
 /// Puts every common string back to its German default.
 DRIVEWIZ_EXPORT void ResetCommonStrings();
+
+// ---- Language and configuration files ------------------------------------------------
+
+/// Set by a hosting development platform: texts missing in the central language file are
+/// written back to it (WriteCommonStrings, WriteControls). False by default.
+extern DRIVEWIZ_EXPORT bool WriteWizLang;
+
+/// Full path of the language file "wizling.<language>". When "../WizLingua/wizling.1" or
+/// "../WizLingua/wizling.0" exists as a file, relative to the current working folder, the
+/// central language folder is in use: the result is the cleaned absolute path of
+/// "../WizLingua/wizling.<language>" and `central` is true. Otherwise the file lies in
+/// the folder of the running program (the current folder when there is no application
+/// object) and `central` is false. The language file itself need not exist.
+DRIVEWIZ_EXPORT QString GetIniFileName(int language, bool &central);
+
+/// Full path of "wiz.cfg": in the folder of the language files.
+DRIVEWIZ_EXPORT QString GetCFGFileName();
+
+/// Fills every common string from section "ComStr": the key's value, or the German
+/// default when the key is missing (an empty value counts). A null file changes nothing.
+DRIVEWIZ_EXPORT void ReadCommonStrings(const IniFile *ini);
+
+/// Adds every common string whose key is missing in section "ComStr", with its current
+/// text, and saves the file. Does so only when WriteWizLang is set and `ini` is the
+/// file in the central language folder (and not write-protected); otherwise nothing.
+DRIVEWIZ_EXPORT void WriteCommonStrings(IniFile *ini);
+
+/// The value of `ident` in `section`, or `defaultValue` when the key is missing. With no
+/// file, or a section or ident that is blank after trimming, the file is not consulted.
+DRIVEWIZ_EXPORT QString wizReadString(const IniFile *ini, const QString &section,
+                                      const QString &ident, const QString &defaultValue);
+
+/// Sets the label's text to wizReadString(ini, section, label's object name, its text).
+/// Nothing happens without a file or label, or while the label is being designed.
+DRIVEWIZ_EXPORT void InitLabel(const IniFile *ini, const QString &section, QLabel *label);
+
+/// Translates the child widgets of `container` from `section`, depth first in child
+/// order, keyed by object name: "h" + name sets the tool tip, "c" + name the caption or
+/// text (the current one is the default), and for a combo box that is not editable
+/// (a drop-down list) key name + "_" + i replaces item i when its value is not empty.
+///
+/// "Caption or text" per widget class: QLabel and QAbstractButton (push, tool, check and
+/// radio buttons): text(); QGroupBox: title(); QLineEdit: text(); an editable QComboBox:
+/// its edit text; a page of a QTabWidget: its tab text. Other widgets have none and only
+/// take the tool tip.
+///
+/// Unnamed widgets and Qt's internal ones (names starting with "qt_") are not translated
+/// but searched for named children; separate windows parented to the container are
+/// skipped. Nothing happens without a file or container, with a blank section, or
+/// while the container is being designed. `language` is not needed for reading; it is
+/// kept for the callers.
+DRIVEWIZ_EXPORT void ReadControls(const IniFile *ini, int language, const QString &section,
+                                  QWidget *container);
+
+/// The reverse of ReadControls for keys that are missing in the file: writes the tool
+/// tip ("h"), the caption ("c") and the items of drop-down lists (name_i) when they are
+/// not empty, then saves the file. Texts of line edits and editable combo boxes are
+/// values, not captions, and are never written. Does so only under the conditions of
+/// WriteCommonStrings and those of ReadControls; otherwise nothing.
+DRIVEWIZ_EXPORT void WriteControls(IniFile *ini, int language, const QString &section,
+                                   QWidget *container);
 
 } // namespace drivewiz
 
