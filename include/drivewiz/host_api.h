@@ -96,6 +96,40 @@ DWZ_API int dwz_init(int *argc, char **argv);
 /* Lets the library handle pending messages for up to `milliseconds`. */
 DWZ_API void dwz_process_events(int milliseconds);
 
+/* --- a parameter table without a form -------------------------------------------------- */
+
+/* A parameter table: descriptions, values and the link to the host. Wizard forms hold
+ * their own; a host may also use one on its own. All calls on the user-interface thread. */
+typedef struct dwz_table dwz_table;
+
+DWZ_API dwz_table *dwz_table_create(void);
+DWZ_API void dwz_table_destroy(dwz_table *table);
+/* Copies the callbacks (NULL clears them all). */
+DWZ_API void dwz_table_set_callbacks(dwz_table *table, const dwz_callbacks *callbacks);
+/* The id handed to every callback, and the name of the wizard's section in wiz.cfg. */
+DWZ_API void dwz_table_set_wizard_id(dwz_table *table, uint32_t id, const char *idString);
+DWZ_API void dwz_table_set_user_level(dwz_table *table, int level);
+DWZ_API void dwz_table_set_axis(dwz_table *table, int axis);
+/* Language number: 1 German, 2 English ... (language files wizling.<n>). */
+DWZ_API void dwz_table_set_language(dwz_table *table, int language);
+/* Reads a description file and "Auswahlen.csv" beside it; returns the number of rows,
+ * or -1 when the file could not be read (the user has been told why). */
+DWZ_API int dwz_table_load(dwz_table *table, const char *descriptionFile);
+DWZ_API void dwz_table_set_online(dwz_table *table, int mode);
+DWZ_API int dwz_table_online(const dwz_table *table);
+/* The handle to post DWZ_MSG_TOOL and DWZ_MSG_ONLINE_MODE to. */
+DWZ_API uintptr_t dwz_table_window(const dwz_table *table);
+/* The current value of a parameter ("B33", "2.B33.1") into buffer (two-call protocol);
+ * returns its length, or -1 for an unknown parameter. */
+DWZ_API int32_t dwz_table_value(dwz_table *table, const char *coordinate, char *buffer,
+                                int32_t size);
+/* Reads a parameter's value from the host into the table; returns 1 when it worked. */
+DWZ_API int dwz_table_refresh(dwz_table *table, const char *coordinate);
+/* Writes a value to the host as a wizard does; returns the host's status character
+ * (0 = written, 'V' = refused while the enable is on), or -1 when nothing was written:
+ * an unknown parameter, read-back mode, or no write callback. */
+DWZ_API int dwz_table_write(dwz_table *table, const char *coordinate, const char *value);
+
 #ifdef __cplusplus
 }
 #endif

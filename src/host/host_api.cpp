@@ -11,15 +11,13 @@ extern "C" {
 
 int dwz_post_message(uintptr_t window, uint32_t message, uintptr_t wParam, intptr_t lParam)
 {
-    return drivewiz::PostMessage(quintptr(window), message, quintptr(wParam), qintptr(lParam))
-               ? 1
-               : 0;
+    return drivewiz::PostMessage(quintptr(window), message, quintptr(wParam), qintptr(lParam)) ? 1
+                                                                                               : 0;
 }
 
 int dwz_init(int *argc, char **argv)
 {
-    if (QCoreApplication::instance())
-        return 0;
+    if (QCoreApplication::instance()) return 0;
     // The application object lives as long as the host process.
     static int fallbackArgc = 1;
     static char name[] = "drivewiz-host";
@@ -30,8 +28,7 @@ int dwz_init(int *argc, char **argv)
 
 void dwz_process_events(int milliseconds)
 {
-    if (!QCoreApplication::instance())
-        return;
+    if (!QCoreApplication::instance()) return;
     QDeadlineTimer deadline(milliseconds < 0 ? 0 : milliseconds);
     do {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);

@@ -55,6 +55,9 @@ public:
 
     /// Appends a CSV line (blank lines are ignored). False when no delimiter is known yet.
     bool AddRow(const QString &line);
+    /// Appends a CSV line and puts it into the main index where it belongs, without
+    /// sorting the table again; returns its position in the index, or -1.
+    int AppendRowIndexed(const QString &line);
     /// Writes a CSV line into row `row` (file order); a row beyond the end is appended.
     bool InsertRow(const QString &line, int row, const TCharSet &delimiters);
     /// Overwrites row `row` (file order) with a CSV line.

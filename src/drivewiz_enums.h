@@ -1,0 +1,48 @@
+#ifndef DRIVEWIZ_ENUMS_H
+#define DRIVEWIZ_ENUMS_H
+
+// Enumerations shared by the components and used as property types in form files.
+
+#include "drivewiz_global.h"
+
+#include <QObject>
+
+namespace drivewiz {
+
+Q_NAMESPACE_EXPORT(DRIVEWIZ_EXPORT)
+
+/// The mode of the link to the drive: offline (values are kept and written when the wizard
+/// closes with OK), online (every change is written at once) or documentation read-back
+/// (values are shown, nothing is written).
+enum tOnlineModus { omOffline = 0, omOnline = 1, omRueckdoku = 2 };
+Q_ENUM_NS(tOnlineModus)
+
+/// The widget a form author wishes for a parameter control.
+enum TwizCtrlType {
+    wctDefault,
+    wctRadioButtons,
+    wctCheckBox,
+    wctComboDropDown,
+    wctBinaryCheckBoxes
+};
+Q_ENUM_NS(TwizCtrlType)
+
+/// Where a parameter control puts its input field: below or right of the name.
+enum TwizControlAlign { caBottom, caRight };
+Q_ENUM_NS(TwizControlAlign)
+
+/// What a parameter control does when the host asks for it to be hidden.
+enum TwizToolInvisible { tiShow, tiDisable, tiInvisible };
+Q_ENUM_NS(TwizToolInvisible)
+
+/// The enable level of a parameter control.
+enum tParaEnabled { pEnabled, pReadOnly, pDisabled };
+Q_ENUM_NS(tParaEnabled)
+
+/// Direction of a fieldbus process-data mapping.
+enum TPDOReadWrite { PDOread, PDOwrite };
+Q_ENUM_NS(TPDOReadWrite)
+
+} // namespace drivewiz
+
+#endif // DRIVEWIZ_ENUMS_H

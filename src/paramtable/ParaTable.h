@@ -1,0 +1,255 @@
+#ifndef DRIVEWIZ_PARAMTABLE_PARATABLE_H
+#define DRIVEWIZ_PARAMTABLE_PARATABLE_H
+
+#include "drivewiz/host_api.h"
+#include "drivewiz_enums.h"
+#include "paramtable/para_import.h"
+#include "platform/component.h"
+
+#include <QByteArray>
+#include <QFont>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QTextEdit;
+
+namespace drivewiz {
+
+class IniFile;
+class MessageWindow;
+class TParaClass;
+
+/// The parameter table of a wizard form: it loads the drive's parameter descriptions and
+/// selection lists, binds the form's parameter controls, answers look-ups by coordinate,
+/// and is the gateway to the host: values are read and written through the host's
+/// callbacks, and the host pushes changes as messages to the table's window handle.
+///
+/// On a form it is a widget that is never shown at run time. A host without forms may
+/// create one on its own (no parent).
+class DRIVEWIZ_EXPORT TParaTable : public QWidget, public TImportTable, public Component
+{
+    Q_OBJECT
+    Q_PROPERTY(drivewiz::tOnlineModus Online READ Online WRITE SetOnline)
+    Q_PROPERTY(int UserLevel READ UserLevel WRITE SetMaxRLevel)
+    Q_PROPERTY(int CurrentAx READ CurrentAx WRITE SetCurrentAx)
+    Q_PROPERTY(QString FileNameParams READ FileNameParams WRITE SetParamFileName)
+    Q_PROPERTY(QFont FontKoordinate READ FontKoordinate WRITE SetFontKoordinate)
+    Q_PROPERTY(QFont FontParaName READ FontParaName WRITE SetFontParaName)
+    Q_PROPERTY(QFont FontEditFeld READ FontEditFeld WRITE SetFontEditFeld)
+    Q_PROPERTY(QFont FontDimension READ FontDimension WRITE SetFontDimension)
+    Q_PROPERTY(int OnlineRefreshRate READ OnlineRefreshRate WRITE SetOnlineRefreshRate)
+    Q_PROPERTY(QString RichEditCtrl READ RichEditCtrlName WRITE SetRichEditCtrlName)
+    Q_PROPERTY(int AktivBitColor READ AktivBitColor WRITE SetwizBitColor)
+    Q_PROPERTY(int RTFhelpColor READ RTFhelpColor WRITE SetRTFhelpColor)
+    Q_PROPERTY(int RueckDokuFontColor READ RueckDokuFontColor WRITE SetRueckDokuFontColor)
+    Q_PROPERTY(int RueckDokuBackColor READ RueckDokuBackColor WRITE SetRueckDokuBackColor)
+    Q_PROPERTY(QString wizIdString READ wizIdString WRITE SetWizIdString)
+
+public:
+    /// Called for a pushed change: address, coordinate, the control showing it (or none)
+    /// and its description row (or -1).
+    using TToolMessageEvent =
+        std::function<void(quint32 Q7adr, const QString &Koord, TParaClass *Par, int RecNo)>;
+    /// The clock of the echo filter, in milliseconds; tests replace it.
+    using Clock = std::function<qint64()>;
+
+    explicit TParaTable(QWidget *parent = nullptr);
+    ~TParaTable() override;
+
+    // --- properties -------------------------------------------------------------------
+    tOnlineModus Online() const { return m_online; }
+    void SetOnline(tOnlineModus mode);
+    int UserLevel() const { return m_userLevel; }
+    void SetMaxRLevel(int level);
+    int CurrentAx() const { return m_currentAx; }
+    void SetCurrentAx(int axis);
+    QString FileNameParams() const { return m_fileNameParams; }
+    void SetParamFileName(const QString &name);
+    QFont FontKoordinate() const { return m_fonts[0]; }
+    QFont FontParaName() const { return m_fonts[1]; }
+    QFont FontEditFeld() const { return m_fonts[2]; }
+    QFont FontDimension() const { return m_fonts[3]; }
+    void SetFontKoordinate(const QFont &font) { setFont(0, font); }
+    void SetFontParaName(const QFont &font) { setFont(1, font); }
+    void SetFontEditFeld(const QFont &font) { setFont(2, font); }
+    void SetFontDimension(const QFont &font) { setFont(3, font); }
+    int OnlineRefreshRate() const { return m_refreshRate; }
+    void SetOnlineRefreshRate(int milliseconds);
+    QString RichEditCtrlName() const { return m_richEditName; }
+    void SetRichEditCtrlName(const QString &objectName);
+    QTextEdit *RichEditCtrl() const;
+    void SetRichEditCtrl(QTextEdit *view);
+    int AktivBitColor() const { return m_aktivBitColor; }
+    void SetwizBitColor(int colour);
+    int RTFhelpColor() const { return m_rtfHelpColor; }
+    void SetRTFhelpColor(int colour);
+    int RueckDokuFontColor() const { return m_rueckDokuFontColor; }
+    void SetRueckDokuFontColor(int colour);
+    int RueckDokuBackColor() const { return m_rueckDokuBackColor; }
+    void SetRueckDokuBackColor(int colour);
+    QString wizIdString() const { return m_wizIdString; }
+    void SetWizIdString(const QString &id);
+    quint32 WizardId() const { return m_wizardId; }
+    void SetWizardId(quint32 id);
+    TToolMessageEvent OnToolMessage;
+    void SetOnToolMessage(TToolMessageEvent handler) { OnToolMessage = std::move(handler); }
+
+    // --- host callbacks (any may be null) ----------------------------------------------
+    const dwz_callbacks &Callbacks() const { return m_cb; }
+    void SetCallbacks(const dwz_callbacks &callbacks);
+    void SetfcbtGetParaValue(fcbtGetParaValue f) { m_cb.get_para_value = f; }
+    void SetfcbtSetParaValue(fcbtSetParaValue f) { m_cb.set_para_value = f; }
+    void SetfcbtSubscribe(fcbtSubscribeParaUpdate f) { m_cb.subscribe = f; }
+    void SetfcbtErrorText(fcbtGetErrorText f) { m_cb.get_error_text = f; }
+    /// Setting it means descriptions come from the host, parameter by parameter.
+    void SetfcbtGetParaInfoStr(fcbtGetParaInfoStr f) { m_cb.get_para_info = f; }
+    void SetfcbtGetAuswahlInfoStr(fcbtGetAuswahlInfoStr f) { m_cb.get_auswahl_info = f; }
+    void SetfcbtGetRTFHelpText(fcbtGetRTFHelpText f) { m_cb.get_help_text = f; }
+
+    /// The hidden window's handle: the host posts its messages here (dwz_post_message).
+    quintptr WindowHandle() const;
+
+    // --- descriptions and look-up --------------------------------------------------------
+    void Loaded() override;
+    /// Reads the description file and "Auswahlen.csv" beside it (not when descriptions
+    /// come from the host).
+    void ReloadCSVFile();
+    /// Binds, rebuilds and refreshes every parameter control of the form.
+    void UpdateParaObjects(bool force);
+    /// The row of a coordinate ("B33", "2.B33.1") for an axis; fetches the description
+    /// from the host when the table lacks it. `address` is the address the host was asked
+    /// for, else 0.
+    int FindRecord(const QString &koordinate, const QString &axis, quint32 &address);
+    /// The row of a coordinate on the current axis; with `fetchFresh`, its value is read
+    /// from the host into "Wert".
+    int GetRecNo(const QString &koordinate, bool fetchFresh);
+    bool ParamExists(const QString &koordinate);
+    /// Whether the row is a selection parameter ("Art" exactly "1").
+    bool IstAuswahlParameter(int row) const;
+    /// The selection entries ("key: text") of the row's parameter.
+    QStringList GetAuswahlListe(int row);
+    /// The entry of the row's selection list whose key is the key of `value` (the integer
+    /// before the first ":"), or empty when the list has none.
+    QString CheckAuswahlTable(int row, const QString &value);
+    const TImportTable &AuswahlTable() const { return m_auswahl; }
+
+    // --- values, posting and online mode ---------------------------------------------------
+    char SetParaValue(quint32 address, const QString &koordinate, const QString &value);
+    void PostParaControl(TParaClass *control);
+    void PostAllParams();
+    /// Reads a value from the host (or the table); false when the host reported an error.
+    bool GetFreshParaValue(quint32 address, const QString &koordinate, QString &value,
+                           quint8 &status);
+    void RefreshParaControl(TParaClass *control, bool fromMessage);
+    void RefreshVisibleParaControl(TParaClass *control);
+    void ReadAllParams();
+    void SubscribeParaControlUpdate(TParaClass *control);
+    void UnSubscribeParaControlUpdate(int index);
+    void ClearUpdateList();
+    const std::vector<quint32> &UpdateList() const { return m_updateList; }
+    void RegisterOnlineUpdatePars(QWidget *container);
+    /// Adds a window handle that gets message 1027 when the online mode changes.
+    void SubscribeMsgOnlineChange(quintptr windowHandle);
+    TParaClass *FindParaControl(quint32 address) const;
+    bool Busy() const { return m_busy; }
+    bool TextRestoring() const { return m_textRestore; }
+    void SetClock(Clock clock) { m_clock = std::move(clock); }
+
+    // --- configuration, language and help --------------------------------------------------
+    QString ReadCFGString(const QString &ident, const QString &defaultValue) const;
+    int ReadCFGInteger(const QString &ident, int defaultValue) const;
+    bool ReadCFGBool(const QString &ident, bool defaultValue) const;
+    void WriteCFGString(const QString &ident, const QString &value);
+    void WriteCFGInteger(const QString &ident, int value);
+    void WriteCFGBool(const QString &ident, bool value);
+    bool CfgReadOnly() const { return m_cfgReadOnly; }
+    QString ReadLngString(const QString &ident, const QString &defaultValue) const;
+    int Language() const { return m_language; }
+    void SetLanguage(int number);
+    IniFile *LanguageFile() const { return m_lngFile.get(); }
+    /// The host's help text (RTF) of a parameter, or empty.
+    QByteArray GetRTFhelpstring(quint32 address);
+    /// Shows RTF help text in the help view.
+    void ShowRTFHelpText(const QByteArray &rtf, quint32 address);
+    /// Refreshes the table of a parameter group ("P", "Q"): names from the descriptions,
+    /// values from the host. The table is the file "Gruppe_<letter>.csv" beside the
+    /// description file (columns Koordinate, Nummer, Name, Wert), else it is made from
+    /// the group's description rows.
+    void UpdateGruppenCSVs(const QString &letter);
+    const TImportTable *GruppenTable(const QString &letter) const;
+
+protected:
+    bool isDesigningTable() const override { return isDesigning(); }
+    /// The form whose controls this table serves (the top-level widget), or none.
+    QWidget *ownerForm() const;
+
+private:
+    void setFont(int which, const QFont &font);
+    void fontChanged();
+    void wndProc(uint msg, quintptr wParam, qintptr lParam);
+    void toolMsg(quint32 address, qintptr lParam);
+    void onlineMsg(quintptr wParam);
+    int fetchDescription(const QString &koordinate, const QString &axis, quint32 &address);
+    QByteArray callText(const std::function<qint32(char *, qint32)> &call, bool &ok);
+    QList<TParaClass *> paraControls() const;
+    void rebuildControls();
+    bool formHasPageControl() const;
+    void loadAuswahl(const QString &descriptionFile);
+    void openCfg();
+    void fillGroupFromDescriptions(TImportTable &table, const QString &group);
+    void reportBindError(TParaClass *control, const QString &error);
+    bool hostDescriptions() const { return m_cb.get_para_info != nullptr; }
+
+    tOnlineModus m_online = omOffline;
+    int m_userLevel = 2;
+    int m_currentAx = 1;
+    QString m_fileNameParams;
+    QFont m_fonts[4];
+    int m_refreshRate = 1000;
+    QString m_richEditName;
+    QPointer<QTextEdit> m_richEdit;
+    int m_aktivBitColor = 32768;
+    int m_rtfHelpColor = 16777215;
+    int m_rueckDokuFontColor = 0;
+    int m_rueckDokuBackColor = -16777201;
+    QString m_wizIdString;
+    quint32 m_wizardId = 0;
+    dwz_callbacks m_cb{};
+
+    TImportTable m_auswahl;
+    bool m_descriptionsLoaded = false;
+    std::unique_ptr<IniFile> m_cfg;
+    bool m_cfgReadOnly = false;
+    int m_language = 0;
+    std::unique_ptr<IniFile> m_lngFile;
+    std::vector<std::pair<QString, std::unique_ptr<TImportTable>>> m_groups;
+
+    QByteArray m_buffer; // texts to and from the host
+    MessageWindow *m_window = nullptr;
+    quint32 m_lastPosted = 0;
+    qint64 m_lastPostTime = 0;
+    quint32 m_lastFetched = 0;
+    std::vector<quint32> m_updateList;
+    std::vector<quintptr> m_onlineChangeList;
+    bool m_busy = false;
+    bool m_textRestore = false;
+    bool m_hostAnswerReported = false;
+    int m_toolMsgDepth = 0;
+    Clock m_clock;
+};
+
+/// The standard CRC-32 table (reflected polynomial 0xEDB88320).
+extern DRIVEWIZ_EXPORT const quint32 *const crc_table;
+
+/// CRC-32 over `length` bytes: leaves the CRC in `crc` and returns true when it differs
+/// from `expected` (the data is damaged). The drive tool never passes length 0; here it
+/// gives the CRC of no data.
+DRIVEWIZ_EXPORT bool crc_check(quint32 &crc, quint32 expected, const void *data, quint32 length);
+
+} // namespace drivewiz
+
+#endif // DRIVEWIZ_PARAMTABLE_PARATABLE_H

@@ -1,0 +1,44 @@
+// Descriptions fetched from the host parameter by parameter.
+
+#include "paramtable/ParaTable.h"
+
+#include "paramtable/coordinates.h"
+#include "platform/textcodec.h"
+#include "tables/Divers.h"
+#include "wizard/wizDLLDefs.h"
+
+#include <QRegularExpression>
+
+namespace drivewiz {
+
+// The host answers with a title line and the parameter's line(s). The first answer sets
+// up the columns; each parameter's lines are appended once and put into the index where
+// they belong, so the table fills up as controls ask for parameters.
+int TParaTable::fetchDescription(const QString &koordinate, const QString &axis, quint32 &address)
+{
+    address = GetQ7Addresse(koordinate, IsInteger(axis) ? axis.trimmed().toInt() : 0);
+    if (address == 0) return -1;
+    if (address == m_lastFetched) return FindParAxUnknown(koordinate, axis);
+    quint8 status = 0;
+    bool ok = false;
+    const QByteArray text = callText(
+        [&](char *buf, qint32 size) {
+            return m_cb.get_para_info(buf, size, m_wizardId, address, &status);
+        },
+        ok);
+    if (!CheckErrCode(m_wizardId, status, QStringLiteral("fcbtGetParaInfoStr"), m_cb.get_error_text,
+                      address, koordinate) ||
+        !ok || text.isEmpty())
+        return -1;
+    QStringList lines =
+        decodeText(text).split(QRegularExpression(QStringLiteral("[\r\n]+")), Qt::SkipEmptyParts);
+    if (lines.isEmpty()) return -1;
+    const QString title = lines.takeFirst();
+    if (ColCount() == 0) InitColumnArray(title);
+    m_lastFetched = address;
+    for (const QString &line : lines)
+        AppendRowIndexed(line);
+    return FindParAxUnknown(koordinate, axis);
+}
+
+} // namespace drivewiz
