@@ -1,66 +1,153 @@
+// The parameter control: construction, published properties and the value model.
+
 #include "paramctrls/ParamCtrls.h"
 
+#include "paramctrls/ParamCtrls_p.h"
 #include "paramtable/coordinates.h"
+#include "platform/convert.h"
+#include "platform/dialogs.h"
 #include "tables/Divers.h"
+#include "ui_ParamCtrls.h"
+#include "wizard/wizCombo.h"
+#include "wizard/wizEdit.h"
+#include "wizard/wizSprache.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QToolButton>
+
+#include <cmath>
 
 namespace drivewiz {
 
-TParaClass::TParaClass(QWidget *parent)
-    : QFrame(parent), m_lblKoordinate(new QLabel(this)), m_lblParaName(new QLabel(this))
+TParaClass::TParaClass(QWidget *parent) : QFrame(parent), m_ui(std::make_unique<Ui::TParaClass>())
 {
-    m_lblKoordinate->setObjectName(QStringLiteral("LblKoordinate"));
-    m_lblParaName->setObjectName(QStringLiteral("LblParaName"));
-    m_lblKoordinate->setGeometry(3, 5, 33, 13);
-    m_lblParaName->setGeometry(36, 5, 141, 13);
-    QFont bold = m_lblKoordinate->font();
-    bold.setBold(true);
-    m_lblKoordinate->setFont(bold);
-    resize(177, 39);
+    m_ui->setupUi(this);
+    m_lblKoordinate = m_ui->LblKoordinate;
+    m_lblParaName = m_ui->LblParaName;
+    // Form files store point sizes; the labels are 11 pixels high as the drive tool draws them.
+    for (QLabel *label : {m_lblKoordinate, m_lblParaName}) {
+        QFont f = label->font();
+        f.setPixelSize(11);
+        label->setFont(f);
+        label->installEventFilter(this);
+    }
+    m_lblKoordinate->setToolTip(s_ClickForParDesc);
+    m_lblParaName->setToolTip(s_ClickForParDesc);
+    paractl::Registry::instance().setKoordinate(this, QString(), GetKoordinate());
 }
 
-TParaClass::~TParaClass() = default;
+TParaClass::~TParaClass()
+{
+    addComponentState(csDestroying);
+    leaveSameParameterLists();
+    paractl::Registry::instance().remove(this, m_q7adr, GetKoordinate());
+}
+
+// --- published properties ----------------------------------------------------------------
+
+void TParaClass::SetwizShowElementNameOnly(bool on)
+{
+    if (m_showElementNameOnly == on) return;
+    m_showElementNameOnly = on;
+    RebuildParaControl();
+}
 
 QString TParaClass::GetKoordinate() const
 {
     return m_lblKoordinate->text();
 }
 
-void TParaClass::SetKoordinate(const QString &koordinate)
-{
-    if (m_lblKoordinate->text() == koordinate) return;
-    m_lblKoordinate->setText(koordinate);
-    if (!isLoading() && !isDesigning() && m_table) RebuildParaControl();
-}
-
 void TParaClass::SetwizParaSource(TParaTable *table)
 {
     m_table = table;
+    if (table) m_tableName = table->objectName();
+}
+
+QString TParaClass::wizParaSourceName() const
+{
+    return m_table ? m_table->objectName() : m_tableName;
+}
+
+void TParaClass::SetwizParaSourceName(const QString &objectName)
+{
+    if (m_tableName == objectName && (m_table || objectName.isEmpty())) return;
+    m_tableName = objectName;
+    QWidget *form = window();
+    TParaTable *table =
+        form && !objectName.isEmpty() ? form->findChild<TParaTable *>(objectName) : nullptr;
+    if (table || objectName.isEmpty()) m_table = table;
+    if (!isLoading()) RebuildParaControl();
+}
+
+void TParaClass::SetwizControlType(TwizCtrlType type)
+{
+    if (m_controlType == type) return;
+    m_controlType = type;
+    RebuildParaControl();
+}
+
+void TParaClass::SetwizControlAlign(TwizControlAlign align)
+{
+    if (m_controlAlign == align) return;
+    m_controlAlign = align;
+    SetEditCtrlPosition();
+}
+
+void TParaClass::SetwizControlLeft(int left)
+{
+    if (m_controlLeft == left) return;
+    m_controlLeft = left;
+    SetEditCtrlPosition();
+}
+
+void TParaClass::SetwizControlWidth(int width)
+{
+    if (m_controlWidth == width) return;
+    m_controlWidth = width;
+    SetEditCtrlPosition();
+}
+
+void TParaClass::SetwizControlHeight(int height)
+{
+    if (m_controlHeight == height) return;
+    m_controlHeight = height;
+    SetEditCtrlPosition();
+}
+
+void TParaClass::SetwizVisible(bool visible)
+{
+    m_wizVisible = visible;
+    setVisible(visible);
+    if (OnVisibleChange) OnVisibleChange(this);
+}
+
+void TParaClass::SetwizToolInvisible(TwizToolInvisible mode)
+{
+    m_toolInvisible = mode;
+}
+
+void TParaClass::SetInputFeldHint(const QString &hint)
+{
+    m_inputFeldHint = hint;
+    if (m_input && !hint.isEmpty()) m_input->setToolTip(hint);
 }
 
 void TParaClass::SetQ7Adresse(const QString &hex)
 {
-    m_q7adr = quint32(HexToInt(hex));
+    registerAddress(quint32(HexToInt(hex)));
+}
+
+void TParaClass::registerAddress(quint32 address)
+{
+    paractl::Registry::instance().setAddress(this, m_q7adr, address);
+    m_q7adr = address;
 }
 
 void TParaClass::SetAchse(const QString &axis)
 {
-    m_achse = IsInteger(axis) ? axis.trimmed() : QStringLiteral("0");
-}
-
-QString TParaClass::GetText() const
-{
-    return m_edit ? m_edit->text() : QString();
-}
-
-void TParaClass::SetText(const QString &text)
-{
-    m_previousText = text;
-    if (!m_edit || m_edit->text() == text) return;
-    m_edit->setText(text);
-    MyOnChange();
+    m_achse = IsInteger(axis) ? axis : QStringLiteral("0");
 }
 
 QString TParaClass::GetParamName() const
@@ -73,80 +160,287 @@ void TParaClass::SetParamName(const QString &name)
     m_lblParaName->setText(name);
 }
 
-QWidget *TParaClass::GetEditControl() const
+QFont TParaClass::GetCtrlFont() const
 {
-    return m_edit;
+    if (qobject_cast<QLineEdit *>(m_input) || qobject_cast<QComboBox *>(m_input))
+        return m_input->font();
+    return m_table ? m_table->FontEditFeld() : font();
 }
 
-void TParaClass::setRowData(int row)
+void TParaClass::AddNotifyWindow(quintptr handle)
 {
-    SetParamName(m_table->fGetParamName(row));
-    SetAchse(m_table->fGetAchse(row));
-    SetQ7Adresse(m_table->ValueByColName(row, QStringLiteral("USS-Adresse /hex")));
-    const QString level = m_table->ValueByColName(row, QStringLiteral("Write-Level")).trimmed();
-    m_writeLevel = IsInteger(level) ? level.toInt() : 0;
+    if (handle && !m_notify.contains(handle)) m_notify << handle;
 }
 
-void TParaClass::RebuildParaControl()
+void TParaClass::RemoveNotifyWindow(quintptr handle)
+{
+    m_notify.removeAll(handle);
+}
+
+// --- the value model -----------------------------------------------------------------------
+
+double TParaClass::GetASFloat() const
+{
+    const QString text = GetText();
+    if (text.isEmpty()) return 0;
+    return StrToFloat(TrimFloat(text));
+}
+
+void TParaClass::SetASFloat(double value)
+{
+    SetText(FloatToStrF(value, FloatFormat::Fixed, 18, m_decimals));
+}
+
+namespace {
+
+// 1-based position of the first "bin"/"hex" is the third-last: the word ends in it.
+bool endsWithMarker(const QString &lower, const QString &marker)
+{
+    return lower.size() >= 3 && lower.indexOf(marker) == lower.size() - 3;
+}
+
+} // namespace
+
+int TParaClass::GetASInteger() const
+{
+    const QString text = GetText();
+    if (text.trimmed().isEmpty()) return 0;
+    const QString w = LExtractWord(1, text, TCharSet(":"), ewMultipleDelim);
+    try {
+        if (IsInteger(w)) return StrToInt(w.trimmed());
+        const QString l = w.toLower();
+        const int n = int(w.size());
+        if (endsWithMarker(l, QStringLiteral("bin"))) return BinToDec(w);
+        if (endsWithMarker(l, QStringLiteral("hex")))
+            return HexToInt(w.left(n - 3)); // the "e" of the marker is no digit of the number
+        if (n >= 2 && (w.at(n - 1) == QLatin1Char('h') || w.at(n - 1) == QLatin1Char('H')) &&
+            w.at(n - 2).isDigit() && w.at(n - 2).unicode() < 0x80)
+            return HexToInt(w);
+        if (IsFloat(w)) return int(Round(GetASFloat()));
+        return 0;
+    } catch (const ConvertError &e) {
+        ShowMessage(QStringLiteral("Error: ") + e.message() + QStringLiteral(" Value=\"") + text +
+                    QStringLiteral("\""));
+        throw;
+    }
+}
+
+void TParaClass::SetASInteger(int value)
+{
+    if (m_kind == 4) {
+        const int width = int(Round(std::log2(m_ogw + 1)));
+        SetText(DecToBin(quint32(value), std::max(width, 0)));
+    } else {
+        SetText(IntToStr(value));
+    }
+}
+
+int TParaClass::GetASNative() const
+{
+    if (!m_table) return 0;
+    const int record = const_cast<TParaClass *>(this)->recordRow();
+    if (record < 0) return 0;
+    const double scale = GetValueAt16384LSB(m_table, record);
+    if (scale == 0) {
+        // The drive tool fails here with a division error; we say so and give 0.
+        ShowMessage(GetKoordinate() + QStringLiteral(": ") + s_SkalingError);
+        return 0;
+    }
+    return int(Round(GetASFloat() / scale * 16384));
+}
+
+void TParaClass::SetAsNative(int value)
 {
     if (!m_table) return;
+    const int record = recordRow();
+    if (record >= 0) SetASFloat(GetValueAt16384LSB(m_table, record) * (value / 16384.0));
+}
+
+int TParaClass::recordRow()
+{
+    return m_table ? m_table->GetRecNo(GetKoordinate(), false) : -1;
+}
+
+int TParaClass::GetAuswahl() const
+{
+    const QString w = LExtractWord(1, GetText(), TCharSet(":"), ewMultipleDelim).trimmed();
+    return IsInteger(w) ? StrToInt(w) : NoSelection;
+}
+
+void TParaClass::SetAuswahl(int key)
+{
+    auto *combo = qobject_cast<TwizComboBox *>(m_input);
+    if (!combo) return;
+    for (int i = 0; i < combo->count(); ++i) {
+        const QString w = LExtractWord(1, combo->itemText(i), TCharSet(":"), ewSingleDelim);
+        if (IsInteger(w) && StrToInt(w.trimmed()) == key) {
+            combo->setCurrentIndex(i);
+            break;
+        }
+    }
+    if (mayPostFromProgram()) PostValue();
+}
+
+int TParaClass::GetAuswahlCount() const
+{
+    const auto *combo = qobject_cast<TwizComboBox *>(m_input);
+    return combo ? combo->count() : 0;
+}
+
+bool TParaClass::Bit(int n) const
+{
+    return (quint32(GetASInteger()) & (1u << (n & 31))) != 0;
+}
+
+void TParaClass::SetBit(int n, bool on)
+{
+    const quint32 mask = 1u << (n & 31);
+    const quint32 v = quint32(GetASInteger());
+    SetASInteger(int(on ? v | mask : v & ~mask));
+}
+
+bool TParaClass::IsDefault() const
+{
+    return ElimBlanksLowerCase(GetText()) == ElimBlanksLowerCase(m_default);
+}
+
+void TParaClass::SetOGW(double value)
+{
+    if (!m_input) return;
+    m_ogw = value;
+    m_input->setToolTip(GetWertebereichString(TrimFloat(FloatToStr(m_ugw)), m_default,
+                                              TrimFloat(FloatToStr(m_ogw)), GetEinheit()));
+}
+
+QString TParaClass::GetWertebereich(int record) const
+{
+    if (!m_table) return QString();
+    QString unit = m_unit ? m_unit->text() : QString();
+    if (unit.isEmpty()) unit = m_table->Cell(record, QStringLiteral("Einheit"));
+    const auto col = [this, record](const char *title) {
+        return TrimFloat(m_table->Cell(record, QString::fromLatin1(title)));
+    };
+    return GetWertebereichString(col("UGW"), col("Defaultwert"), col("OGW"), unit);
+}
+
+QString TParaClass::GetWertebereichString(const QString &ugw, const QString &defaultValue,
+                                          const QString &ogw, const QString &unit) const
+{
+    const QString u = unit.trimmed();
+    if (m_numeric)
+        return s_ValRange + QStringLiteral(": ") + ugw + QLatin1Char(' ') + u +
+               QStringLiteral(".. ") + defaultValue + QStringLiteral(" ..") + ogw +
+               QLatin1Char(' ') + u;
+    if (m_dataType.size() > 3 &&
+        m_dataType.left(3).compare(QLatin1String("str"), Qt::CaseInsensitive) == 0)
+        return m_dataType.mid(3) + QLatin1Char(' ') + s_StringLen;
+    return QString();
+}
+
+QString TParaClass::GetEinheit() const
+{
+    return m_unit ? m_unit->text() : QString();
+}
+
+bool TParaClass::IsIndirekteEinheit(const QString &unit)
+{
+    return unit.size() >= 3 && unit.startsWith(QLatin1Char('<')) && unit.endsWith(QLatin1Char('>'));
+}
+
+QString TParaClass::GetLblDimCaption(int record, bool &resolved)
+{
+    resolved = false;
+    if (!m_table) return QString();
+    const QString u = m_table->Cell(record, QStringLiteral("Einheit")).trimmed();
+    if (!IsIndirekteEinheit(u)) return u;
+    const QString c = u.mid(1, u.size() - 2);
     quint32 address = 0;
-    const int row =
-        m_table->FindRecord(GetKoordinate(), QString::number(m_table->CurrentAx()), address);
-    if (row < 0) {
-        SetParamName(QStringLiteral("???"));
-        delete m_edit;
-        m_edit = nullptr;
-        return;
+    const int found = m_table->FindRecord(c, QString::number(m_table->CurrentAx()), address);
+    resolved = address != 0;
+    if (found < 0) return c;
+    m_table->AddIndirectUnitSource(c);
+    return m_table->Cell(found, QStringLiteral("Wert"));
+}
+
+void TParaClass::UpdateEinheitString(int record)
+{
+    bool resolved = false;
+    if (m_unit) m_unit->setText(GetLblDimCaption(record, resolved));
+}
+
+void TParaClass::UpdateEinheit()
+{
+    if (!m_unit || m_indirectUnit.isEmpty() || !m_table) return;
+    const int record = m_table->GetRecNo(GetKoordinate(), true);
+    if (record >= 0) UpdateEinheitString(record);
+}
+
+// --- free functions -------------------------------------------------------------------------
+
+namespace {
+
+QString freshValue(TParaTable *table, const QString &koordinate, int axis)
+{
+    QString value;
+    quint8 status = 0;
+    table->GetFreshParaValue(GetQ7Addresse(koordinate, axis), koordinate, value, status);
+    return value;
+}
+
+} // namespace
+
+double GetValueAt16384LSB(TParaTable *table, int record)
+{
+    if (!table) return 0;
+    QString s = table->Cell(record, QStringLiteral("Skalierung BUS"));
+    const QString function = table->Cell(record, QStringLiteral("Skalierungsfunktion"));
+    const int axis = table->CurrentAx();
+    if (function == QLatin1String("3")) {
+        s = QStringLiteral("4096 = ") + TrimFloat(freshValue(table, QStringLiteral("R04"), 0));
+    } else if (function == QLatin1String("7")) {
+        int p = 0;
+        TryStrToInt(freshValue(table, QStringLiteral("B20"), axis).trimmed(), p);
+        const double n = StrToFloat(TrimFloat(freshValue(table, QStringLiteral("B13"), axis)));
+        const double power =
+            StrToFloat(TrimFloat(freshValue(table, QStringLiteral("B11"), axis))) * 1000;
+        const long double torque = power / (2 * 3.14159265358979323846L * n / 60);
+        s = p < 64 ? QStringLiteral("4096 = ") + FloatToStr(double(torque))
+                   : QStringLiteral("4096 = ") +
+                         TrimFloat(freshValue(table, QStringLiteral("B17"), axis));
     }
-    setRowData(row);
-    if (!m_edit) {
-        m_edit = new QLineEdit(this);
-        m_edit->setObjectName(QStringLiteral("EditFeld"));
-        m_edit->setGeometry(3, 18, 120, 20);
-        m_edit->show();
+    QString a = LExtractWord(1, s, TCharSet("="), ewMultipleDelim);
+    QString b = LExtractWord(2, s, TCharSet("="), ewMultipleDelim);
+    b = ElimChars(b, TCharSet(".,"));
+    a = TrimFloat(a.trimmed());
+    b = TrimFloat(b);
+    if (a.isEmpty() || b.isEmpty()) return 0;
+    return 16384 / StrToFloat(a) * StrToFloat(b);
+}
+
+QString GetOptionUnten(TParaTable *table, const QString &current)
+{
+    if (!table) return current;
+    quint32 address = 0;
+    const int record =
+        table->FindRecord(QStringLiteral("E58"), QString::number(table->CurrentAx()), address);
+    return record >= 0 ? table->Cell(record, QStringLiteral("Wert")).toUpper().trimmed()
+                       : QStringLiteral("???");
+}
+
+TParaClass *FindMyParam(QWidget *container, const QString &koordinate)
+{
+    if (!container) return nullptr;
+    const QString wanted = koordinate.toUpper();
+    for (QObject *child : container->children()) {
+        auto *w = qobject_cast<QWidget *>(child);
+        if (!w) continue;
+        if (auto *p = qobject_cast<TParaClass *>(w)) {
+            if (p->GetKoordinate().toUpper() == wanted) return p;
+        } else if (TParaClass *found = FindMyParam(w, koordinate)) {
+            return found;
+        }
     }
-    m_previousText = m_table->ValueByColName(row, QStringLiteral("Wert"));
-    m_edit->setText(m_previousText);
-}
-
-void TParaClass::SucheGleicheParameter()
-{
-    m_same.clear();
-    QWidget *form = window();
-    if (!form || (m_table && m_table->TextRestoring())) return;
-    for (TParaClass *other : form->findChildren<TParaClass *>()) {
-        // Controls not bound yet count: the table binds the form's controls one by one.
-        if (other != this && (other->m_table == m_table || !other->m_table) &&
-            other->GetKoordinate().trimmed().compare(GetKoordinate().trimmed(),
-                                                     Qt::CaseInsensitive) == 0)
-            m_same << other;
-    }
-}
-
-void TParaClass::RefreshVisible()
-{
-    update();
-}
-
-void TParaClass::RefreshValue()
-{
-    if (m_table) m_table->RefreshParaControl(this, false);
-}
-
-void TParaClass::UpdateEinheit() {}
-
-void TParaClass::MyOnChange()
-{
-    if (OnChange) OnChange(this);
-}
-
-void TParaClass::FontChanged()
-{
-    if (!m_table) return;
-    m_lblKoordinate->setFont(m_table->FontKoordinate());
-    m_lblParaName->setFont(m_table->FontParaName());
-    if (m_edit) m_edit->setFont(m_table->FontEditFeld());
+    return nullptr;
 }
 
 } // namespace drivewiz

@@ -10,79 +10,292 @@
 #include <QPointer>
 
 #include <functional>
+#include <limits>
+#include <memory>
 
+class QCheckBox;
 class QLabel;
-class QLineEdit;
+class QToolButton;
+
+namespace Ui {
+class TParaClass;
+}
 
 namespace drivewiz {
 
+class TwizComboBox;
+class TwizEdit;
+class TMyRadioGroup;
+
 /// The parameter control: a small frame that shows and edits one drive parameter of a
-/// parameter table, bound by its coordinate. The coordinate is the caption of
-/// `LblKoordinate`; the name is the caption of `LblParaName`.
+/// parameter table. Its coordinate is the caption of `LblKoordinate`, the parameter's name
+/// the caption of `LblParaName`; the input field below (or right of) the name is chosen
+/// from the parameter's description: an edit with a unit label, a combo box or radio group
+/// for selections, a check box for booleans, or a row of bit check boxes.
 ///
-/// This is the part of the control the parameter table works with: coordinate, address,
-/// axis, text, write level, the input field and the controls that show the same
-/// parameter. Widget choice, validation and posting rules grow on top of it.
+/// Every value passes through the input field's text: GetText()/SetText() and the typed
+/// accessors (GetASInteger(), GetASFloat(), GetAuswahl(), Bit() ...) read and write it.
+/// Typed values are checked when the user leaves the field; online they are written to
+/// the drive at once, offline when the wizard closes with OK.
 class DRIVEWIZ_EXPORT TParaClass : public QFrame, public Component
 {
     Q_OBJECT
+    Q_PROPERTY(
+        bool wizShowElementNameOnly READ wizShowElementNameOnly WRITE SetwizShowElementNameOnly)
     Q_PROPERTY(QString wizKoordinate READ GetKoordinate WRITE SetKoordinate)
+    Q_PROPERTY(QString wizParaSource READ wizParaSourceName WRITE SetwizParaSourceName)
+    Q_PROPERTY(drivewiz::TwizCtrlType wizControlType READ wizControlType WRITE SetwizControlType)
+    Q_PROPERTY(
+        drivewiz::TwizControlAlign wizControlAlign READ wizControlAlign WRITE SetwizControlAlign)
+    Q_PROPERTY(int wizControlLeft READ wizControlLeft WRITE SetwizControlLeft)
+    Q_PROPERTY(int wizControlWidth READ wizControlWidth WRITE SetwizControlWidth)
+    Q_PROPERTY(int wizControlHeight READ wizControlHeight WRITE SetwizControlHeight)
+    Q_PROPERTY(bool wizVisible READ wizVisible WRITE SetwizVisible)
+    Q_PROPERTY(drivewiz::tParaEnabled wizEnabled READ wizEnabled WRITE SetwizEnabled)
+    Q_PROPERTY(QString Comment1 READ Comment1 WRITE SetComment1)
+    Q_PROPERTY(QString Comment2 READ Comment2 WRITE SetComment2)
+    Q_PROPERTY(drivewiz::TwizToolInvisible wizToolInvisible READ wizToolInvisible WRITE
+                   SetwizToolInvisible)
+    Q_PROPERTY(bool wizNoAutomNameChange READ wizNoAutomNameChange WRITE SetwizNoAutomNameChange)
+    Q_PROPERTY(QString InputFeldHint READ InputFeldHint WRITE SetInputFeldHint)
 
 public:
+    using NotifyEvent = std::function<void(QObject *sender)>;
+    using KeyEvent = std::function<void(QObject *sender, int &key, Qt::KeyboardModifiers)>;
+    using KeyPressEvent = std::function<void(QObject *sender, QChar &key)>;
+
+    /// Value of GetAuswahl() when no entry is selected.
+    static constexpr int NoSelection = -2147483647;
+
     explicit TParaClass(QWidget *parent = nullptr);
     ~TParaClass() override;
 
+    // --- published properties ------------------------------------------------------------
+    bool wizShowElementNameOnly() const { return m_showElementNameOnly; }
+    void SetwizShowElementNameOnly(bool on);
     QString GetKoordinate() const;
     virtual void SetKoordinate(const QString &koordinate);
     TParaTable *wizParaSource() const { return m_table; }
     void SetwizParaSource(TParaTable *table);
+    QString wizParaSourceName() const;
+    void SetwizParaSourceName(const QString &objectName);
+    TwizCtrlType wizControlType() const { return m_controlType; }
+    void SetwizControlType(TwizCtrlType type);
+    TwizControlAlign wizControlAlign() const { return m_controlAlign; }
+    void SetwizControlAlign(TwizControlAlign align);
+    int wizControlLeft() const { return m_controlLeft; }
+    void SetwizControlLeft(int left);
+    int wizControlWidth() const { return m_controlWidth; }
+    void SetwizControlWidth(int width);
+    int wizControlHeight() const { return m_controlHeight; }
+    void SetwizControlHeight(int height);
+    bool wizVisible() const { return m_wizVisible; }
+    void SetwizVisible(bool visible);
+    tParaEnabled wizEnabled() const { return m_wizEnabled; }
+    void SetwizEnabled(tParaEnabled level);
+    QString Comment1() const { return m_comment1; }
+    void SetComment1(const QString &text) { m_comment1 = text; }
+    QString Comment2() const { return m_comment2; }
+    void SetComment2(const QString &text) { m_comment2 = text; }
+    TwizToolInvisible wizToolInvisible() const { return m_toolInvisible; }
+    void SetwizToolInvisible(TwizToolInvisible mode);
+    bool wizNoAutomNameChange() const { return m_noAutomNameChange; }
+    void SetwizNoAutomNameChange(bool on) { m_noAutomNameChange = on; }
+    QString InputFeldHint() const { return m_inputFeldHint; }
+    void SetInputFeldHint(const QString &hint);
 
+    // --- events --------------------------------------------------------------------------
+    NotifyEvent AfterCreate;
+    KeyEvent OnKeyDown;
+    KeyEvent OnKeyUp;
+    KeyPressEvent OnKeyPress;
+    NotifyEvent OnEnter;
+    NotifyEvent OnExit;
+    NotifyEvent OnEnabledChange;
+    NotifyEvent OnChange;
+    NotifyEvent OnVisibleChange;
+    NotifyEvent OnClick;
+
+    // --- what the control holds --------------------------------------------------------------
     quint32 Q7adr() const { return m_q7adr; }
-    /// Stores an address typed in hexadecimal, without any check.
     void SetQ7Adresse(const QString &hex);
     QString Achse() const { return m_achse; }
-    /// Stores the axis; a text that is no integer becomes "0".
     void SetAchse(const QString &axis);
     int GetwriteLevel() const { return m_writeLevel; }
+    QString DatenTyp() const { return m_dataType; }
+    int Art() const { return m_kind; }
+    bool IsNumeric() const { return m_numeric; }
+    bool IsInfo() const { return m_info; }
+    int Nachkommastellen() const { return m_decimals; }
+    int MaxTextLength() const { return m_maxTextLength; }
+    QString DefaultValue() const { return m_default; }
+    tParaEnabled AppliedEnableLevel() const { return m_enableLevel; }
+    QString IndirectUnitSource() const { return m_indirectUnit; }
+    QLabel *koordinateLabel() const { return m_lblKoordinate; }
+    QLabel *paraNameLabel() const { return m_lblParaName; }
+    QLabel *unitLabel() const { return m_unit; }
+    QToolButton *infoButton() const { return m_infoButton; }
+    const QList<QCheckBox *> &bitCheckBoxes() const { return m_bitBoxes; }
+    QWidget *GetEditControl() const { return m_input; }
+    /// The input field's font for edits and combo boxes, else the control's own.
+    QFont GetCtrlFont() const;
+    const QList<QPointer<TParaClass>> &SameParameterControls() const { return m_same; }
+    /// Window handles that get message 1025 (wParam: this control) on every change.
+    void AddNotifyWindow(quintptr handle);
+    void RemoveNotifyWindow(quintptr handle);
 
-    /// The shown value (the input field's text; empty without one).
+    // --- the value model ---------------------------------------------------------------------
     QString GetText() const;
     void SetText(const QString &text);
     /// The value last set by the program (not typed): what a refused write puts back.
     QString PreviousText() const { return m_previousText; }
+    double GetASFloat() const;
+    void SetASFloat(double value);
+    int GetASInteger() const;
+    void SetASInteger(int value);
+    int GetASNative() const;
+    void SetAsNative(int value);
+    int GetAuswahl() const;
+    void SetAuswahl(int key);
+    int GetAuswahlCount() const;
+    bool Bit(int n) const;
+    void SetBit(int n, bool on);
+    bool IsDefault() const;
+    double GetOGW() const { return m_ogw; }
+    double GetUGW() const { return m_ugw; }
+    void SetOGW(double value);
+    QString GetWertebereich(int record) const;
+    QString GetWertebereichString(const QString &ugw, const QString &defaultValue,
+                                  const QString &ogw, const QString &unit) const;
+    QString GetEinheit() const;
+    static bool IsIndirekteEinheit(const QString &unit);
+    QString GetLblDimCaption(int record, bool &resolved);
+    void UpdateEinheitString(int record);
+    void UpdateEinheit();
     QString GetParamName() const;
     void SetParamName(const QString &name);
-    QWidget *GetEditControl() const;
-    QLabel *koordinateLabel() const { return m_lblKoordinate; }
-    QLabel *paraNameLabel() const { return m_lblParaName; }
 
-    /// Builds the input field from the description row of the coordinate.
+    // --- construction ------------------------------------------------------------------------
+    void Loaded() override;
     virtual void RebuildParaControl();
-    /// Finds the other controls of the form that show the same parameter.
-    void SucheGleicheParameter();
-    const QList<QPointer<TParaClass>> &SameParameterControls() const { return m_same; }
-    void RefreshVisible();
-    void RefreshValue();
-    void UpdateEinheit();
-    void MyOnChange();
+    void FreeCustomCtrls();
+    void InitAuswahlListe(bool flag = true);
+    QString InputKoordinate(const QString &defaultValue);
+    int CalcHeight() const;
+    void SetEditCtrlPosition();
     void FontChanged();
 
-    std::function<void(QObject *sender)> OnChange;
+    // --- editing -------------------------------------------------------------------------------
+    void PostValue();
+    void StoreInParaTable();
+    void RefreshValue();
+    void BroadcastToSameParams();
+    void SucheGleicheParameter();
+    void RefreshVisible();
+    void MyOnChange(QObject *sender = nullptr);
+    void MyEnter(QObject *sender);
+    void MyExit(QObject *sender);
+    bool Focused() const;
+    void SetEnabled(tParaEnabled level);
+    tParaEnabled GetInitialEnableLevel() const;
+    tParaEnabled GetEnabled() const { return m_enableLevel; }
+    void SetCtrlColor();
+    /// Shows the parameter's help text in the table's help view.
+    void ShowSelfRTFHelpText();
+    /// The host asks to hide the control: show, disable or hide it per wizToolInvisible.
+    void SetToolHidden(bool hidden);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
-    void setRowData(int row);
+    friend class ParaControlEditing;
+    void readRecord(int record);
+    void buildInput(int record);
+    void buildEdit(int record);
+    void buildCombo(int record, bool editable);
+    void buildRadioGroup();
+    void buildCheckBox();
+    void buildBitBoxes();
+    void buildInfoButton();
+    void connectInput();
+    void applyInputHint(int record);
+    void leaveSameParameterLists();
+    bool mayPostFromProgram() const;
+    bool setComboText(const QString &text);
+    void setRadioText(const QString &text);
+    void setEditText(const QString &text);
+    void myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers);
+    void myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers);
+    void myKeyPress(QObject *sender, QChar &key);
+    void myCheckBoxOnClick(QObject *sender);
+    void myInfoButtonClick();
+    void updateInfoButton();
+    void validateNumber();
+    void setInputEnabled(bool enabled);
+    int recordRow();
+    void registerAddress(quint32 address);
+    void registerKoordinate(const QString &before);
 
+    std::unique_ptr<Ui::TParaClass> m_ui;
     QLabel *m_lblKoordinate = nullptr;
     QLabel *m_lblParaName = nullptr;
-    QLineEdit *m_edit = nullptr;
+    QWidget *m_input = nullptr;
     QLabel *m_unit = nullptr;
+    QToolButton *m_infoButton = nullptr;
+    QList<QCheckBox *> m_bitBoxes;
+    QList<QLabel *> m_bitLabels;
     QPointer<TParaTable> m_table;
+    QString m_tableName;
+
+    bool m_showElementNameOnly = false;
+    TwizCtrlType m_controlType = wctDefault;
+    TwizControlAlign m_controlAlign = caBottom;
+    int m_controlLeft = 0;
+    int m_controlWidth = 121;
+    int m_controlHeight = 0;
+    bool m_wizVisible = true;
+    tParaEnabled m_wizEnabled = pEnabled;
+    QString m_comment1;
+    QString m_comment2;
+    TwizToolInvisible m_toolInvisible = tiShow;
+    bool m_noAutomNameChange = false;
+    QString m_inputFeldHint;
+
+    QString m_dataType;
     quint32 m_q7adr = 0;
     QString m_achse = QStringLiteral("0");
+    double m_ugw = -std::numeric_limits<double>::infinity();
+    double m_ogw = -std::numeric_limits<double>::infinity();
+    bool m_numeric = false;
+    bool m_info = false;
+    int m_decimals = 0;
+    int m_maxTextLength = 0;
     int m_writeLevel = 0;
+    QString m_default;
+    tParaEnabled m_enableLevel = pEnabled;
+    QString m_indirectUnit;
+    int m_kind = 0;
+    QString m_entryText;
     QString m_previousText;
     QList<QPointer<TParaClass>> m_same;
+    QList<quintptr> m_notify;
+    bool m_fromMirror = false;
+    bool m_building = false;
 };
+
+/// The physical value that corresponds to 16384 counts of a parameter's internal value,
+/// from its "Skalierung BUS" text ("4096 = 3000 rpm" gives 12000) or from the drive's
+/// reference speed (scaling 3) or rated torque (scaling 7). Raises ConvertError for a
+/// text that is no number.
+DRIVEWIZ_EXPORT double GetValueAt16384LSB(TParaTable *table, int record);
+/// The option board in the lower slot (the value of "E58"), "???" when unknown; without a
+/// table `current` is returned.
+DRIVEWIZ_EXPORT QString GetOptionUnten(TParaTable *table, const QString &current = QString());
+/// The first parameter control of a coordinate below a container, depth first.
+DRIVEWIZ_EXPORT TParaClass *FindMyParam(QWidget *container, const QString &koordinate);
 
 } // namespace drivewiz
 

@@ -195,6 +195,14 @@ void TParaTable::ReloadCSVFile()
         file = bare;
     }
     ImportTable(file);
+    QStringList missing;
+    for (const char *title : {"Name", "Wert", "USS-Adresse /hex"}) {
+        if (ColCount() > 0 && !HasColumn(QString::fromLatin1(title)))
+            missing << QString::fromLatin1(title);
+    }
+    if (!missing.isEmpty())
+        ShowMessage(QStringLiteral("Warnung: In \"") + file +
+                    QStringLiteral("\" fehlen die Spalten: ") + missing.join(QStringLiteral(", ")));
     loadAuswahl(file);
     m_descriptionsLoaded = true;
     UpdateParaObjects(true);
@@ -269,11 +277,11 @@ int TParaTable::GetRecNo(const QString &koordinate, bool fetchFresh)
     quint32 address = 0;
     const int row = FindRecord(koordinate, QString::number(m_currentAx), address);
     if (row < 0 || address != 0 || !fetchFresh) return row;
-    address = quint32(HexToInt(ValueByColName(row, QStringLiteral("USS-Adresse /hex"))));
+    address = quint32(HexToInt(Cell(row, QStringLiteral("USS-Adresse /hex"))));
     QString value;
     quint8 status = 0;
     if (GetFreshParaValue(address, koordinate, value, status) && status == 0)
-        SetValueByColName(row, QStringLiteral("Wert"), value);
+        SetCell(row, QStringLiteral("Wert"), value);
     return row;
 }
 
@@ -284,8 +292,7 @@ bool TParaTable::ParamExists(const QString &koordinate)
 
 bool TParaTable::IstAuswahlParameter(int row) const
 {
-    return HasColumn(QStringLiteral("Art")) && RowOfPosition(row) >= 0 &&
-           CellAt(row, ColNoByName(QStringLiteral("Art"))) == QLatin1String("1");
+    return Cell(row, QStringLiteral("Art")) == QLatin1String("1");
 }
 
 QStringList TParaTable::GetAuswahlListe(int row)
@@ -303,9 +310,9 @@ QStringList TParaTable::GetAuswahlListe(int row)
     for (; p < m_auswahl.RowCount() &&
            m_auswahl.fGetKoord(p).trimmed().compare(koord, Qt::CaseInsensitive) == 0;
          ++p) {
-        const QString key = m_auswahl.ValueByColName(p, QStringLiteral("Wert")).trimmed();
+        const QString key = m_auswahl.Cell(p, QStringLiteral("Wert")).trimmed();
         entries << (hasText ? key + QStringLiteral(": ") +
-                                  m_auswahl.ValueByColName(p, QStringLiteral("Text")).trimmed()
+                                  m_auswahl.Cell(p, QStringLiteral("Text")).trimmed()
                             : key);
     }
     return entries;

@@ -157,6 +157,13 @@ public:
     TParaClass *FindParaControl(quint32 address) const;
     bool Busy() const { return m_busy; }
     bool TextRestoring() const { return m_textRestore; }
+    /// Entering a control ends a pending text restore.
+    void ClearTextRestore() { m_textRestore = false; }
+    /// True while the table puts values it read into controls (they are not written back).
+    bool Refreshing() const { return m_refreshing > 0; }
+    /// Coordinates whose values serve other parameters as units ("<I05>").
+    const QStringList &IndirectUnitSources() const { return m_indirectUnits; }
+    void AddIndirectUnitSource(const QString &koordinate);
     void SetClock(Clock clock) { m_clock = std::move(clock); }
 
     // --- configuration, language and help --------------------------------------------------
@@ -197,6 +204,7 @@ private:
     QByteArray callText(const std::function<qint32(char *, qint32)> &call, bool &ok);
     QList<TParaClass *> paraControls() const;
     void rebuildControls();
+    void updateIndirectUnits(const QString &koordinate);
     bool formHasPageControl() const;
     void loadAuswahl(const QString &descriptionFile);
     void openCfg();
@@ -239,6 +247,8 @@ private:
     bool m_textRestore = false;
     bool m_hostAnswerReported = false;
     int m_toolMsgDepth = 0;
+    int m_refreshing = 0;
+    QStringList m_indirectUnits;
     Clock m_clock;
 };
 

@@ -159,9 +159,8 @@ void TParaTable::UpdateGruppenCSVs(const QString &letter)
     for (int p = 0; p < table.RowCount(); ++p) {
         const int row = GetRecNo(table.fGetKoord(p), m_cb.get_para_value != nullptr);
         if (row < 0) continue;
-        table.SetValueByColName(p, QStringLiteral("Name"), fGetParamName(row));
-        table.SetValueByColName(p, QStringLiteral("Wert"),
-                                ValueByColName(row, QStringLiteral("Wert")));
+        table.SetCell(p, QStringLiteral("Name"), fGetParamName(row));
+        table.SetCell(p, QStringLiteral("Wert"), Cell(row, QStringLiteral("Wert")));
     }
 }
 
@@ -171,7 +170,7 @@ void TParaTable::fillGroupFromDescriptions(TImportTable &table, const QString &g
     for (int p = FindGruppe(group, QString()); p >= 0 && p < RowCount() && fGetGruppe(p) == group;
          ++p) {
         QStringList cells = {fGetKoord(p), fGetElement(p), fGetParamName(p),
-                             ValueByColName(p, QStringLiteral("Wert"))};
+                             Cell(p, QStringLiteral("Wert"))};
         cells.replaceInStrings(QStringLiteral("\""), QStringLiteral("'"));
         table.AddRow(QLatin1Char('"') + cells.join(QStringLiteral("\";\"")) + QLatin1Char('"'));
     }

@@ -4,6 +4,7 @@
 #include "paramtable/ParaTable.h"
 
 #include "paramctrls/ParamCtrls.h"
+#include "paramctrls/ParamCtrls_p.h"
 #include "paramtable/coordinates.h"
 #include "platform/dialogs.h"
 #include "platform/messages.h"
@@ -103,7 +104,7 @@ bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, Q
     value.clear();
     const int row = GetRecNo(koordinate, false);
     if (!m_cb.get_para_value || address == 0) {
-        if (row >= 0) value = ValueByColName(row, QStringLiteral("Wert"));
+        if (row >= 0) value = Cell(row, QStringLiteral("Wert"));
         return true;
     }
     const auto ask = [&](const char *context, char *buf, qint32 size) {
@@ -124,7 +125,7 @@ bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, Q
         ok);
     if (!ok || status != 0) return false;
     value = decodeText(text);
-    if (row >= 0) SetValueByColName(row, QStringLiteral("Wert"), value);
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
     return true;
 }
 
@@ -137,10 +138,12 @@ void TParaTable::RefreshParaControl(TParaClass *control, bool fromMessage)
     QString value;
     GetFreshParaValue(control->Q7adr(), control->GetKoordinate(), value, status);
     if (status == 0 && control->GetText() != value) {
+        ++m_refreshing;
         control->SetText(value);
+        --m_refreshing;
         if (QWidget *edit = control->GetEditControl()) edit->update();
         const int row = FindParam(control->GetKoordinate(), control->Achse());
-        if (row >= 0) SetValueByColName(row, QStringLiteral("Wert"), value);
+        if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
     }
     control->UpdateEinheit();
 }
@@ -238,12 +241,31 @@ void TParaTable::SetOnline(tOnlineModus mode)
     if (mode == omOnline) RegisterOnlineUpdatePars(ownerForm());
 }
 
+// The controls are indexed by address; among several of one address on the form, the
+// first in a depth-first walk of the form counts.
 TParaClass *TParaTable::FindParaControl(quint32 address) const
 {
-    for (TParaClass *c : paraControls()) {
-        if (c->Q7adr() == address) return c;
+    QWidget *form = ownerForm();
+    if (!form) return nullptr;
+    TParaClass *first = nullptr;
+    for (TParaClass *c : paractl::Registry::instance().byAddress(address)) {
+        if (c->window() != form || c->componentState().testFlag(csDestroying)) continue;
+        if (!first || paractl::depthFirstBefore(form, c, first)) first = c;
     }
-    return nullptr;
+    return first;
+}
+
+// A parameter that serves others as unit changed: their unit labels follow.
+void TParaTable::updateIndirectUnits(const QString &koordinate)
+{
+    if (!m_indirectUnits.contains(koordinate.trimmed(), Qt::CaseInsensitive)) return;
+    for (TParaClass *c : paraControls())
+        c->UpdateEinheit();
+}
+
+void TParaTable::AddIndirectUnitSource(const QString &koordinate)
+{
+    if (m_indirectUnits.indexOf(koordinate) < 0) m_indirectUnits << koordinate;
 }
 
 // --- messages ----------------------------------------------------------------------------

@@ -92,12 +92,12 @@ int TImportTable::InitColumnArray(const QString &titleLine)
             m_colNummer = i;
     }
     m_titles << kSortTitle;
-    m_sortedTitles.resize(size_t(m_titles.size()));
+    // Searched by the trimmed title; with a title twice, the last column wins.
+    m_sortedTitles.clear();
     for (int i = 0; i < m_titles.size(); ++i)
-        m_sortedTitles[size_t(i)] = i;
-    std::stable_sort(m_sortedTitles.begin(), m_sortedTitles.end(), [this](int a, int b) {
-        return m_titles.at(a).trimmed() < m_titles.at(b).trimmed();
-    });
+        m_sortedTitles.emplace_back(m_titles.at(i).trimmed(), i);
+    std::stable_sort(m_sortedTitles.begin(), m_sortedTitles.end(),
+                     [](const auto &a, const auto &b) { return a.first < b.first; });
     return words;
 }
 
@@ -115,21 +115,27 @@ int TImportTable::ColNoByName(const QString &title) const
                     QStringLiteral("\"\r\"fColTitles\" noch nicht initialisiert!"));
         return -1;
     }
-    const QString key = lowerTitle(title);
-    const auto it = std::lower_bound(
-        m_sortedTitles.begin(), m_sortedTitles.end(), key,
-        [this](int col, const QString &k) { return m_titles.at(col).trimmed() < k; });
-    if (it == m_sortedTitles.end() || m_titles.at(*it).trimmed() != key) {
+    const int column = FindColumn(title);
+    if (column < 0) {
         ShowMessage(QStringLiteral("Fehler: Spalte ") + title +
                     QStringLiteral(" im CSV-File nicht gefunden!"));
         return -1;
     }
-    if (*it >= ColCount()) {
+    if (column >= ColCount()) {
         ShowMessage(QStringLiteral("Fehler bei Index-Ermittlung bei Spalte ") + title +
-                    QStringLiteral("(") + QString::number(*it) + QStringLiteral(")"));
+                    QStringLiteral("(") + QString::number(column) + QStringLiteral(")"));
         return -1;
     }
-    return *it;
+    return column;
+}
+
+int TImportTable::FindColumn(const QString &title) const
+{
+    const QString key = lowerTitle(title);
+    const auto it = std::upper_bound(m_sortedTitles.begin(), m_sortedTitles.end(), key,
+                                     [](const QString &k, const auto &t) { return k < t.first; });
+    if (it == m_sortedTitles.begin() || std::prev(it)->first != key) return -1;
+    return std::prev(it)->second;
 }
 
 bool TImportTable::ColumnExists(const QString &title) const
@@ -139,9 +145,19 @@ bool TImportTable::ColumnExists(const QString &title) const
 
 bool TImportTable::HasColumn(const QString &title) const
 {
-    const QString key = lowerTitle(title);
-    return std::any_of(m_titles.begin(), m_titles.end(),
-                       [&key](const QString &t) { return t.trimmed() == key; });
+    return FindColumn(title) >= 0;
+}
+
+QString TImportTable::Cell(int p, const QString &title) const
+{
+    const int column = FindColumn(title);
+    return column < 0 ? QString() : cell(rowAt(p), column);
+}
+
+void TImportTable::SetCell(int p, const QString &title, const QString &value)
+{
+    const int column = FindColumn(title);
+    if (column >= 0) setCell(rowAt(p), column, value);
 }
 
 // --- cells ----------------------------------------------------------------------------

@@ -79,6 +79,8 @@ public:
     bool ColumnExists(const QString &title) const;
     /// Silent test for a column, for optional columns.
     bool HasColumn(const QString &title) const;
+    /// The column number of a title, or -1, without a message.
+    int FindColumn(const QString &title) const;
     /// CSV columns plus the sort-string column.
     int ColCount() const { return int(m_titles.size()); }
     /// The lower-case titles, the sort-string column "par" last.
@@ -92,6 +94,11 @@ public:
     QString ValueByColName(int p, const QString &title) const;
     /// Writes a cell; bad positions are ignored.
     void SetValueByColName(int p, const QString &title, const QString &value);
+    /// The cell of an optional column: empty, without a message, when the column or the
+    /// position does not exist.
+    QString Cell(int p, const QString &title) const;
+    /// Writes a cell of an optional column; a missing column or position is ignored.
+    void SetCell(int p, const QString &title, const QString &value);
     /// The cell at a position and column number; empty when either is out of range.
     QString CellAt(int p, int column) const;
     void SetCellAt(int p, int column, const QString &value);
@@ -176,8 +183,8 @@ private:
     struct MergeKeys;
     bool mergeLineIsNew(const char *line, size_t len, bool cp1252, MergeKeys &known) const;
 
-    QStringList m_titles;            // lower case, "par" last
-    std::vector<int> m_sortedTitles; // column numbers ordered by title
+    QStringList m_titles;                                // lower case, "par" last
+    std::vector<std::pair<QString, int>> m_sortedTitles; // trimmed titles, sorted
     struct FreeText
     {
         void operator()(char *p) const { std::free(p); }

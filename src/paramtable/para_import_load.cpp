@@ -409,15 +409,14 @@ bool TImportTable::AddRow(const QString &line)
 int TImportTable::AppendRowIndexed(const QString &line)
 {
     const int before = m_rowCount;
-    if (!AddRow(line) || m_rowCount == before)
-        return -1;
+    if (!AddRow(line) || m_rowCount == before) return -1;
     const int row = m_rowCount - 1;
     if (!m_indexValid || m_mainIndex.size() != size_t(row)) {
         ReBuildMainIndex();
     } else {
         // Behind the rows with an equal key: file order among equals, as a rebuild keeps it.
-        const auto at = std::upper_bound(m_sortedKeys.begin(), m_sortedKeys.end(),
-                                         m_rowKeys[size_t(row)]);
+        const auto at =
+            std::upper_bound(m_sortedKeys.begin(), m_sortedKeys.end(), m_rowKeys[size_t(row)]);
         const auto pos = at - m_sortedKeys.begin();
         m_sortedKeys.insert(at, m_rowKeys[size_t(row)]);
         m_mainIndex.insert(m_mainIndex.begin() + pos, row);

@@ -6,9 +6,30 @@ namespace drivewiz {
 
 namespace {
 std::atomic<int> g_applicationTag{0};
+thread_local int t_formLoadDepth = 0;
+} // namespace
+
+Component::Component()
+{
+    if (t_formLoadDepth > 0) m_state = ComponentState(csLoading) | csReading;
 }
 
 Component::~Component() = default;
+
+FormLoadScope::FormLoadScope()
+{
+    ++t_formLoadDepth;
+}
+
+FormLoadScope::~FormLoadScope()
+{
+    --t_formLoadDepth;
+}
+
+bool FormLoadScope::active()
+{
+    return t_formLoadDepth > 0;
+}
 
 void Component::Loaded()
 {

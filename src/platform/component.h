@@ -24,7 +24,8 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(ComponentState)
 class DRIVEWIZ_EXPORT Component
 {
 public:
-    Component() = default;
+    /// A component created while a FormLoadScope lives starts loading and reading.
+    Component();
     Component(const Component &) = delete;
     Component &operator=(const Component &) = delete;
     virtual ~Component();
@@ -43,6 +44,20 @@ public:
 
 private:
     ComponentState m_state;
+};
+
+/// While a scope lives on a thread, components created on it start in the loading state,
+/// as when the form loader creates them; forms built by uic wrap setupUi() in one and
+/// then call Loaded() on their components (see TwizFormLoader::CallLoaded).
+class DRIVEWIZ_EXPORT FormLoadScope
+{
+public:
+    FormLoadScope();
+    ~FormLoadScope();
+    FormLoadScope(const FormLoadScope &) = delete;
+    FormLoadScope &operator=(const FormLoadScope &) = delete;
+    /// Whether a scope lives on this thread.
+    static bool active();
 };
 
 /// The host's application tag. A host sets 999 to keep the parameter tables from loading

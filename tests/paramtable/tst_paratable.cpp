@@ -165,7 +165,7 @@ TEST_F(ParaTableForm, WritesGoToTheHostOnlyWhenTheyMay)
     table->SetOnline(omOffline);
     table->PostAllParams(); // A12 is read-only: two controls of A10 and A11 are written
     EXPECT_EQ(fake.writes.size(), 3u);
-    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
 }
 
 TEST_F(ParaTableForm, RefusedWriteBeepsRestoresAndTells)
@@ -180,7 +180,7 @@ TEST_F(ParaTableForm, RefusedWriteBeepsRestoresAndTells)
     test::recorder().clear();
     table->PostAllParams(); // busy: neither beep nor box
     EXPECT_EQ(test::recorder().beeps(), 0);
-    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
 }
 
 TEST_F(ParaTableForm, EchoOfOwnWriteIsDroppedOnce)
@@ -221,7 +221,7 @@ TEST_F(ParaTableForm, ReservedAndUnknownAddresses)
     EXPECT_EQ(fake.reads, readsBefore);
     post(wmToolMessage, 0x05000000, 1); // E00: unknown to the table, still reported
     EXPECT_EQ(notified, 1);
-    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
 }
 
 TEST_F(ParaTableForm, SubscriptionsAndOnlineModeMessages)
@@ -367,7 +367,7 @@ TEST(ParaTableAlone, ApplicationTag999LoadsNothing)
     SetApplicationTag(0);
     EXPECT_EQ(t.RowCount(), 0);
     EXPECT_EQ(t.Language(), 0);
-    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
 }
 
 TEST(ParaTableAlone, DescriptionFoundByItsBareNameIsUsedAfterTheInformation)

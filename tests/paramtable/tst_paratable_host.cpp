@@ -94,7 +94,7 @@ TEST(ParaTableSelections, EntriesAndKindsFromTheSampleDrive)
     EXPECT_FALSE(table.IstAuswahlParameter(a20));
     table.SetValueByColName(a20, QStringLiteral("Art"), QStringLiteral("01"));
     EXPECT_FALSE(table.IstAuswahlParameter(a20));
-    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
 }
 
 TEST(ParaTableGroups, GroupTablesFromDescriptionsOrTheirFile)
@@ -107,7 +107,7 @@ TEST(ParaTableGroups, GroupTablesFromDescriptionsOrTheirFile)
     ASSERT_NE(a, nullptr);
     EXPECT_GT(a->RowCount(), 10);
     EXPECT_EQ(a->fGetParamName(0), table.fGetParamName(table.FindGruppe("A", QString())));
-    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
     QTemporaryDir dir;
     test::writeFile(dir.filePath(QStringLiteral("Parameter.csv")),
                     test::readFile(table.FileNameParams()));

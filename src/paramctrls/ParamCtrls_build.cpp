@@ -1,0 +1,363 @@
+// The parameter control: coordinate, widget choice from the description row, layout.
+
+#include "paramctrls/ParamCtrls.h"
+
+#include "paramctrls/ParamCtrls_p.h"
+#include "paramtable/coordinates.h"
+#include "platform/convert.h"
+#include "platform/dialogs.h"
+#include "tables/Divers.h"
+#include "wizard/wizCombo.h"
+#include "wizard/wizEdit.h"
+#include "wizard/wizSprache.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QToolButton>
+
+#include <cmath>
+#include <limits>
+
+namespace drivewiz {
+
+namespace {
+
+double limitOf(const QString &text)
+{
+    double v = 0;
+    const QString t = TrimFloat(text.trimmed());
+    // An empty (or unreadable) limit counts as minus infinity, for either limit.
+    return !t.isEmpty() && TryStrToFloat(t, v) ? v : -std::numeric_limits<double>::infinity();
+}
+
+int leadingNumber(const QString &text)
+{
+    int n = 0;
+    for (const QChar c : text) {
+        if (!c.isDigit() || c.unicode() >= 0x80 || n > 1000) break;
+        n = n * 10 + (c.unicode() - '0');
+    }
+    return n;
+}
+
+} // namespace
+
+void TParaClass::Loaded()
+{
+    Component::Loaded();
+    if (!m_table && !m_tableName.isEmpty() && window())
+        m_table = window()->findChild<TParaTable *>(m_tableName);
+    if (!m_table || isDesigning()) return;
+    RebuildParaControl();
+    SucheGleicheParameter();
+    if (!m_same.isEmpty() && m_same.first()) SetText(m_same.first()->GetText());
+    if (AfterCreate) AfterCreate(this);
+}
+
+void TParaClass::SetKoordinate(const QString &koordinate)
+{
+    if (koordinate == GetKoordinate()) return;
+    FreeCustomCtrls();
+    if (m_table && !m_table->TextRestoring()) leaveSameParameterLists();
+    const QString before = GetKoordinate();
+    m_lblKoordinate->setText(koordinate);
+    paractl::Registry::instance().setKoordinate(this, before, koordinate);
+    const bool isKoord = IsKoordinate(koordinate);
+    if (isDesigning() && m_table && isKoord && !m_noAutomNameChange) {
+        QString name = QStringLiteral("P_") + koordinate;
+        name.replace(QLatin1Char('.'), QLatin1Char('_'));
+        if (objectName() != name) {
+            QWidget *form = window();
+            if (form && form->findChild<QWidget *>(name)) {
+                SetKoordinate(InputKoordinate(QString()));
+                return;
+            }
+            setObjectName(name);
+        }
+    }
+    if (isKoord) {
+        RebuildParaControl();
+        if (!isDesigning()) SucheGleicheParameter();
+        if (!isLoading() && !m_same.isEmpty() && m_same.first()) SetText(m_same.first()->GetText());
+    } else if (isDesigning()) {
+        SetParamName(QStringLiteral("Unknown Parameter"));
+    }
+}
+
+void TParaClass::FreeCustomCtrls()
+{
+    qDeleteAll(m_bitBoxes);
+    qDeleteAll(m_bitLabels);
+    m_bitBoxes.clear();
+    m_bitLabels.clear();
+    delete m_unit;
+    m_unit = nullptr;
+    delete m_infoButton;
+    m_infoButton = nullptr;
+}
+
+void TParaClass::RebuildParaControl()
+{
+    if (isLoading() || componentState().testFlag(csReading) ||
+        componentState().testFlag(csDestroying) || !IsKoordinate(GetKoordinate()))
+        return;
+    if (isHidden() == m_wizVisible) {
+        setVisible(m_wizVisible);
+        if (OnVisibleChange) OnVisibleChange(this);
+    }
+    if (!m_table) return;
+    const int record = m_table->GetRecNo(GetKoordinate(), false);
+    FreeCustomCtrls();
+    if (record < 0) {
+        delete m_input;
+        m_input = nullptr;
+        if (!isDesigning()) {
+            hide();
+            if (OnVisibleChange) OnVisibleChange(this);
+        }
+        return;
+    }
+    m_building = true;
+    readRecord(record);
+    buildInput(record);
+    SetEditCtrlPosition();
+    SetEnabled(GetInitialEnableLevel());
+    if (m_input && !m_inputFeldHint.isEmpty()) m_input->setToolTip(m_inputFeldHint);
+    SetText(m_table->Cell(record, QStringLiteral("Wert")));
+    m_building = false;
+    SetCtrlColor();
+}
+
+void TParaClass::readRecord(int record)
+{
+    const auto col = [this, record](const char *title) {
+        return m_table->Cell(record, QString::fromLatin1(title));
+    };
+    m_writeLevel = StrToIntDef(col("Write-Level").trimmed(), 0);
+    m_dataType = col("Datentyp").toUpper();
+    SetQ7Adresse(col("USS-Adresse /hex"));
+    SetAchse(col("Achse"));
+    m_maxTextLength = m_dataType.size() >= 4 && m_dataType.startsWith(QLatin1String("STR"))
+                          ? leadingNumber(m_dataType.mid(3))
+                          : 0;
+    const QString decimals = col("Nachkommastellen");
+    if (IsInteger(decimals)) m_decimals = std::clamp(StrToInt(decimals.trimmed()), 0, 18);
+    QString name = col("Name");
+    if (name.contains(QChar(0x00A7)) && m_showElementNameOnly)
+        name = LExtractWord(2, name, TCharSet("\xA7"), ewMultipleDelim);
+    SetParamName(name);
+    m_lblParaName->setToolTip(s_ClickForParDesc + QLatin1Char('\n') + name + QLatin1Char(' ') +
+                              GetKoordinate());
+    m_kind = StrToIntDef(col("Art").trimmed(), 0);
+    m_numeric = m_kind < 2 && !m_dataType.contains(QLatin1String("STR"));
+    m_info = m_kind == 6;
+    m_ugw = limitOf(col("UGW"));
+    m_ogw = limitOf(col("OGW"));
+    m_default = col("Defaultwert");
+    m_indirectUnit.clear();
+}
+
+void TParaClass::buildInput(int record)
+{
+    delete m_input;
+    m_input = nullptr;
+    const bool sel = m_table->IstAuswahlParameter(record);
+    const bool rueck = m_table->Online() == omRueckdoku;
+    if (rueck || (!sel && m_controlType != wctComboDropDown)) {
+        if (m_dataType == QLatin1String("B") ||
+            (m_controlType == wctCheckBox && m_dataType == QLatin1String("U8") && m_ogw == 1.0))
+            buildCheckBox();
+        else
+            buildEdit(record);
+    } else if (m_controlType == wctRadioButtons) {
+        buildRadioGroup();
+    } else if (m_controlType == wctCheckBox) {
+        buildCheckBox();
+    } else {
+        buildCombo(record, m_controlType == wctComboDropDown);
+    }
+    if (m_info) buildInfoButton();
+    connectInput();
+    if (m_input) m_input->show();
+}
+
+void TParaClass::buildEdit(int record)
+{
+    auto *edit = new TwizEdit(this);
+    edit->setObjectName(QStringLiteral("EditFeld"));
+    edit->setFont(m_table->FontEditFeld());
+    if (m_maxTextLength > 0) edit->setMaxLength(m_maxTextLength);
+    m_input = edit;
+    m_unit = new QLabel(this);
+    m_unit->setObjectName(QStringLiteral("LblEinheit"));
+    m_unit->setFont(m_table->FontDimension());
+    const QString einheit = m_table->Cell(record, QStringLiteral("Einheit")).trimmed();
+    if (IsIndirekteEinheit(einheit)) m_indirectUnit = einheit.mid(1, einheit.size() - 2);
+    UpdateEinheitString(record);
+    m_unit->show();
+    if (!m_info) edit->setToolTip(GetWertebereich(record));
+    if (m_controlType == wctBinaryCheckBoxes &&
+        (m_dataType.startsWith(QLatin1Char('I')) || m_dataType.startsWith(QLatin1Char('U'))))
+        buildBitBoxes();
+}
+
+void TParaClass::buildBitBoxes()
+{
+    m_input->hide();
+    m_unit->hide();
+    const int bits = std::clamp(leadingNumber(m_dataType.mid(1)), 0, 32);
+    QFont small(QStringLiteral("Small Fonts"));
+    small.setPixelSize(9);
+    for (int i = bits - 1; i >= 0; --i) {
+        auto *box = new QCheckBox(this);
+        box->setObjectName(objectName() + QLatin1Char('_') + QString::number(i));
+        connect(box, &QCheckBox::clicked, this, [this, box] { myCheckBoxOnClick(box); });
+        auto *label = new QLabel(QString::number(i), this);
+        label->setFont(small);
+        label->setAlignment(Qt::AlignCenter);
+        box->show();
+        label->show();
+        m_bitBoxes << box;
+        m_bitLabels << label;
+    }
+}
+
+void TParaClass::buildCombo(int record, bool editable)
+{
+    auto *combo = new TwizComboBox(this);
+    combo->setObjectName(QStringLiteral("ComboFeld"));
+    combo->setEditable(editable);
+    combo->setFont(m_table->FontEditFeld());
+    combo->setMaxVisibleItems(20);
+    m_input = combo;
+    if (m_table->IstAuswahlParameter(record))
+        combo->OnDropDown = [this](QObject *) { InitAuswahlListe(true); };
+    combo->OnCloseUp = [this](QObject *sender) { MyExit(sender); };
+    if (!isDesigning()) combo->setToolTip(GetWertebereich(record));
+}
+
+void TParaClass::buildRadioGroup()
+{
+    auto *group = new TMyRadioGroup(this);
+    group->setObjectName(QStringLiteral("RadioFeld"));
+    m_input = group;
+    InitAuswahlListe(true);
+}
+
+void TParaClass::buildCheckBox()
+{
+    auto *box = new QCheckBox(this);
+    box->setObjectName(QStringLiteral("CheckFeld"));
+    m_input = box;
+}
+
+void TParaClass::buildInfoButton()
+{
+    m_infoButton = new QToolButton(this);
+    m_infoButton->setObjectName(QStringLiteral("InfoButton"));
+    m_infoButton->setText(QStringLiteral("i"));
+    m_infoButton->setFont(QFont(QStringLiteral("Times New Roman")));
+    m_infoButton->setAutoRaise(true);
+    connect(m_infoButton, &QToolButton::clicked, this, [this] { myInfoButtonClick(); });
+    m_infoButton->show();
+}
+
+void TParaClass::InitAuswahlListe(bool flag)
+{
+    Q_UNUSED(flag)
+    if (!m_table) return;
+    const int record = m_table->GetRecNo(GetKoordinate(), false);
+    if (record < 0) return;
+    const QStringList entries = m_table->GetAuswahlListe(record);
+    if (auto *combo = qobject_cast<TwizComboBox *>(m_input)) {
+        const QString current = combo->currentText();
+        const QSignalBlocker blocker(combo);
+        combo->clear();
+        combo->addItems(entries);
+        int index = combo->findText(current, Qt::MatchFixedString);
+        if (index < 0) {
+            const QString key = LExtractWord(1, current, TCharSet(":"), ewMultipleDelim);
+            for (int i = 0; i < entries.size() && index < 0; ++i) {
+                if (LExtractWord(1, entries.at(i), TCharSet(":"), ewMultipleDelim) == key)
+                    index = i;
+            }
+        }
+        if (index < 0 && !current.isEmpty() && combo->isEditable())
+            combo->setEditText(current);
+        else
+            combo->setCurrentIndex(index);
+    } else if (auto *group = qobject_cast<TMyRadioGroup *>(m_input)) {
+        group->SetItems(entries);
+    }
+}
+
+QString TParaClass::InputKoordinate(const QString &defaultValue)
+{
+    return InputBox(QString(), QStringLiteral("Koordinate:"), defaultValue);
+}
+
+int TParaClass::CalcHeight() const
+{
+    if (!m_input) return height();
+    const QWidget *lowest = m_bitBoxes.isEmpty() ? m_input : m_bitLabels.first();
+    return lowest->y() + lowest->height() + 3;
+}
+
+// The input field sits under the name (caBottom) or right of it at wizControlLeft
+// (caRight); its width is wizControlWidth, its height wizControlHeight or its natural
+// one. The unit label follows the field; bit boxes run left to right, highest bit first,
+// with their numbers underneath.
+void TParaClass::SetEditCtrlPosition()
+{
+    if (!m_input) return;
+    const int h = m_controlHeight > 0 ? m_controlHeight : m_input->sizeHint().height();
+    const int w = m_controlWidth > 0 ? m_controlWidth : std::max(40, width() - 40);
+    const int x = m_controlAlign == caRight ? m_controlLeft : 3;
+    const int y = m_controlAlign == caRight ? 2 : m_lblParaName->y() + m_lblParaName->height() + 1;
+    if (qobject_cast<TMyRadioGroup *>(m_input))
+        m_input->setGeometry(x, y, w, std::max(h, m_input->sizeHint().height()));
+    else
+        m_input->setGeometry(x, y, w, h);
+    if (m_unit) m_unit->setGeometry(x + w + 4, y, std::max(30, m_unit->sizeHint().width()), h);
+    if (m_infoButton)
+        m_infoButton->setGeometry(x + w + (m_unit ? 4 + m_unit->width() : 0) + 2, y, h, h);
+    for (int i = 0; i < m_bitBoxes.size(); ++i) {
+        m_bitBoxes[i]->setGeometry(x + i * 16, y, 16, 16);
+        m_bitLabels[i]->setGeometry(x + i * 16, y + 16, 16, 10);
+    }
+    const int wanted = CalcHeight();
+    if (height() != wanted) resize(width(), wanted);
+}
+
+void TParaClass::resizeEvent(QResizeEvent *event)
+{
+    QFrame::resizeEvent(event);
+    if (isDesigning() && GetKoordinate() == QLatin1String("B33B")) {
+        SetKoordinate(InputKoordinate(GetKoordinate()));
+        return;
+    }
+    if (!m_input && !m_building && !isLoading()) RebuildParaControl();
+}
+
+void TParaClass::FontChanged()
+{
+    if (!m_table) return;
+    QFont k = m_table->FontKoordinate();
+    QFont n = m_table->FontParaName();
+    m_lblKoordinate->setFont(k);
+    m_lblParaName->setFont(n);
+    if (qobject_cast<QLineEdit *>(m_input) || qobject_cast<QComboBox *>(m_input))
+        m_input->setFont(m_table->FontEditFeld());
+    if (m_unit) m_unit->setFont(m_table->FontDimension());
+    SetEditCtrlPosition();
+}
+
+void TParaClass::leaveSameParameterLists()
+{
+    for (const QPointer<TParaClass> &other : std::as_const(m_same)) {
+        if (other) other->m_same.removeAll(QPointer<TParaClass>(this));
+    }
+    m_same.clear();
+}
+
+} // namespace drivewiz

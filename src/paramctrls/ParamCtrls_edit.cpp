@@ -1,0 +1,525 @@
+// The parameter control: reading and setting the text, keys, leaving the field (checks,
+// corrections, posting), mirrors, enable levels and colours.
+
+#include "paramctrls/ParamCtrls.h"
+
+#include "paramctrls/ParamCtrls_p.h"
+#include "platform/colors.h"
+#include "platform/convert.h"
+#include "platform/dialogs.h"
+#include "platform/messages.h"
+#include "tables/Divers.h"
+#include "wizard/wizCombo.h"
+#include "wizard/wizEdit.h"
+#include "wizard/wizSprache.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QToolButton>
+
+#include <cmath>
+
+namespace drivewiz {
+
+// --- text ------------------------------------------------------------------------------------
+
+QString TParaClass::GetText() const
+{
+    if (!m_input) return QString();
+    if (auto *edit = qobject_cast<QLineEdit *>(m_input)) return edit->text();
+    if (auto *combo = qobject_cast<QComboBox *>(m_input)) return combo->currentText();
+    if (auto *box = qobject_cast<QCheckBox *>(m_input))
+        return box->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+    if (auto *group = qobject_cast<TMyRadioGroup *>(m_input)) {
+        const int i = group->ItemIndex();
+        return i >= 0 && i < group->Items().size() ? group->Items().at(i) : QString();
+    }
+    ShowMessage(QStringLiteral("GetText für ") + objectName() +
+                QStringLiteral(" nicht definiert!\r") + GetKoordinate());
+    return QString();
+}
+
+void TParaClass::SetText(const QString &text)
+{
+    m_previousText = text;
+    if (auto *edit = qobject_cast<QLineEdit *>(m_input))
+        setEditText(text);
+    else if (qobject_cast<QComboBox *>(m_input))
+        setComboText(text);
+    else if (auto *box = qobject_cast<QCheckBox *>(m_input))
+        box->setChecked(StrToBool(text));
+    else if (qobject_cast<TMyRadioGroup *>(m_input))
+        setRadioText(text);
+    if (mayPostFromProgram()) PostValue();
+}
+
+void TParaClass::setEditText(const QString &text)
+{
+    auto *edit = static_cast<QLineEdit *>(m_input);
+    QString shown = text;
+    int value = 0;
+    if (m_kind == 4 && TryStrToInt(text.trimmed(), value))
+        shown = DecToBin(quint32(value), std::max(0, int(Round(std::log2(m_ogw + 1)))));
+    if (edit->text() != shown) edit->setText(shown);
+}
+
+// The item is looked up by its whole text, then by the key before ":"; a list of fewer
+// than two items takes the text as its item. A drop-down list that still lacks the text
+// is filled from the selection list; a text missing even then is reported.
+bool TParaClass::setComboText(const QString &text)
+{
+    auto *combo = static_cast<TwizComboBox *>(m_input);
+    const auto find = [combo, &text] {
+        int index = combo->findText(text, Qt::MatchFixedString);
+        const QString key = LExtractWord(1, text, TCharSet(":"), ewMultipleDelim);
+        for (int i = 0; index < 0 && i < combo->count(); ++i) {
+            if (LExtractWord(1, combo->itemText(i), TCharSet(":"), ewMultipleDelim) == key)
+                index = i;
+        }
+        return index;
+    };
+    int index = find();
+    if (index < 0 && combo->count() < 2) {
+        if (combo->count() == 0)
+            combo->addItem(text);
+        else
+            combo->setItemText(0, text);
+        index = 0;
+    }
+    if (index < 0 && !combo->isEditable() && !isDesigning()) {
+        InitAuswahlListe(true);
+        index = find();
+        if (index < 0)
+            ShowMessage(GetKoordinate() + QLatin1Char(' ') + GetParamName() +
+                        QStringLiteral(":\r\"") + text +
+                        QStringLiteral("\"\rist in der Auswahlliste nicht vorhanden!"));
+    }
+    if (index >= 0)
+        combo->setCurrentIndex(index);
+    else if (combo->isEditable())
+        combo->setEditText(text);
+    SetCtrlColor();
+    return index >= 0;
+}
+
+// A key that is no item index leaves the selection as it is.
+void TParaClass::setRadioText(const QString &text)
+{
+    auto *group = static_cast<TMyRadioGroup *>(m_input);
+    QString key = text.trimmed();
+    if (key.contains(QLatin1Char(':')))
+        key = LExtractWord(1, key, TCharSet(":"), ewSingleDelim).trimmed();
+    int index = 0;
+    if (TryStrToInt(key, index) && index >= 0 && index < group->Items().size())
+        group->SetItemIndex(index);
+}
+
+bool TParaClass::mayPostFromProgram() const
+{
+    // Values the table itself has just read or copied are not written back.
+    return m_table && m_table->Online() == omOnline && !m_building && !m_fromMirror &&
+           !m_table->Refreshing() && !Focused() && window() && window()->isVisible() &&
+           componentState() == ComponentState() && !m_table->TextRestoring();
+}
+
+// --- posting ---------------------------------------------------------------------------------
+
+void TParaClass::StoreInParaTable()
+{
+    if (!m_table) return;
+    quint32 address = 0;
+    const int record = m_table->FindRecord(GetKoordinate(), m_achse, address);
+    if (record >= 0) m_table->SetCell(record, QStringLiteral("Wert"), GetText());
+}
+
+void TParaClass::PostValue()
+{
+    if (!m_table) return;
+    StoreInParaTable();
+    m_table->PostParaControl(this);
+}
+
+void TParaClass::RefreshValue()
+{
+    if (m_table) m_table->RefreshParaControl(this, false);
+}
+
+void TParaClass::BroadcastToSameParams()
+{
+    const QString text = GetText();
+    for (const QPointer<TParaClass> &other : std::as_const(m_same)) {
+        if (!other) continue;
+        other->m_fromMirror = true;
+        other->SetText(text);
+        other->m_fromMirror = false;
+    }
+}
+
+void TParaClass::SucheGleicheParameter()
+{
+    if (!m_table || m_table->TextRestoring() || GetKoordinate().isEmpty()) return;
+    const QString key = paractl::koordinateKey(GetKoordinate());
+    m_same.erase(std::remove_if(m_same.begin(), m_same.end(),
+                                [&key](const QPointer<TParaClass> &c) {
+                                    return !c || paractl::koordinateKey(c->GetKoordinate()) != key;
+                                }),
+                 m_same.end());
+    QWidget *form = window();
+    QList<TParaClass *> found = paractl::Registry::instance().byKoordinate(key);
+    found.removeIf([this, form](TParaClass *c) { return c == this || c->window() != form; });
+    std::sort(found.begin(), found.end(), [form](TParaClass *a, TParaClass *b) {
+        return paractl::depthFirstBefore(form, a, b);
+    });
+    for (TParaClass *other : found) {
+        if (!m_same.contains(QPointer<TParaClass>(other))) m_same << other;
+        if (!other->m_same.contains(QPointer<TParaClass>(this))) other->m_same << this;
+    }
+}
+
+void TParaClass::RefreshVisible()
+{
+    if (m_table) m_table->RefreshVisibleParaControl(this);
+}
+
+// --- change, enter, exit -------------------------------------------------------------------------
+
+void TParaClass::MyOnChange(QObject *sender)
+{
+    if (m_info && m_infoButton) updateInfoButton();
+    if (m_input) {
+        if (!m_fromMirror && !m_building && (Focused() || sender == m_input || !sender))
+            BroadcastToSameParams();
+        for (const quintptr handle : std::as_const(m_notify))
+            PostMessage(handle, wmParaChanged, quintptr(this), 0);
+        SetCtrlColor();
+        m_input->update();
+        if (m_controlType == wctBinaryCheckBoxes && !m_bitBoxes.isEmpty()) {
+            int value = 0;
+            try {
+                value = GetASInteger();
+            } catch (const ConvertError &) {
+                // GetASInteger has told the user; the boxes keep their state
+            }
+            const quint32 v = quint32(value);
+            const int n = int(m_bitBoxes.size());
+            for (int i = 0; i < n; ++i)
+                m_bitBoxes[i]->setChecked((v & (1u << (n - 1 - i))) != 0);
+        }
+    }
+    if (OnChange) OnChange(this);
+}
+
+void TParaClass::MyEnter(QObject *sender)
+{
+    Q_UNUSED(sender)
+    m_entryText = GetText();
+    if (m_table) {
+        m_table->ShowRTFHelpText(m_table->GetRTFhelpstring(m_q7adr), m_q7adr);
+        if (m_table->TextRestoring() && Focused()) m_table->ClearTextRestore();
+    }
+    if (OnEnter) OnEnter(this);
+}
+
+void TParaClass::validateNumber()
+{
+    const bool sel = m_table && qobject_cast<TwizComboBox *>(m_input) &&
+                     m_table->IstAuswahlParameter(m_table->GetRecNo(GetKoordinate(), false));
+    const QString v = sel ? LExtractWord(1, GetText(), TCharSet(":"), ewMultipleDelim).trimmed()
+                          : TrimFloat(GetText());
+    double value = 0;
+    if (!IsFloat(v) || !TryStrToFloat(v.trimmed(), value)) {
+        ShowMessage(GetKoordinate() + QStringLiteral(": ") + s_MustBeANumber + QLatin1Char('\r') +
+                    s_SetToDefault);
+        SetText(m_default);
+        return;
+    }
+    if (value >= m_ugw && value <= m_ogw) return;
+    const QString unit = GetEinheit();
+    MessageDlg(GetKoordinate() + QStringLiteral(":\r") + s_ValOutOfLims + QLatin1Char('\r') +
+                   FloatToStr(m_ugw) + QLatin1Char(' ') + unit + QStringLiteral(" .. ") +
+                   FloatToStr(m_ogw) + QLatin1Char(' ') + unit + QStringLiteral(" !\r") +
+                   s_ValAdjusted,
+               MsgDlgType::Warning, mbOK);
+    SetText(FloatToStr(value < m_ugw ? m_ugw : m_ogw));
+}
+
+void TParaClass::MyExit(QObject *sender)
+{
+    Q_UNUSED(sender)
+    if (!m_input || !m_table) return;
+    if (m_numeric && !qobject_cast<QCheckBox *>(m_input) && !qobject_cast<TMyRadioGroup *>(m_input))
+        validateNumber();
+    auto *combo = qobject_cast<TwizComboBox *>(m_input);
+    if (combo && m_kind == 6) {
+        const QStringList items = [combo] {
+            QStringList l;
+            for (int i = 0; i < combo->count(); ++i)
+                l << combo->itemText(i);
+            return l;
+        }();
+        const QString text = GetText().toUpper();
+        int index = GetIndexOfValue(items, text);
+        if (index < 0 && text.size() > 2 && text.at(1) == QLatin1Char('.'))
+            index = GetIndexOfValue(items, text.mid(2));
+        combo->setCurrentIndex(index);
+    }
+    if (m_table->Online() == omOnline && (combo || GetText() != m_entryText)) {
+        PostValue();
+        m_entryText = GetText();
+    }
+    if (OnExit) OnExit(this);
+}
+
+bool TParaClass::Focused() const
+{
+    if (m_controlType == wctBinaryCheckBoxes && !m_bitBoxes.isEmpty())
+        return std::any_of(m_bitBoxes.begin(), m_bitBoxes.end(),
+                           [](const QCheckBox *b) { return b->hasFocus(); });
+    return m_input && (m_input->hasFocus() || m_input->isAncestorOf(QApplication::focusWidget()));
+}
+
+// --- keys ----------------------------------------------------------------------------------------
+
+void TParaClass::myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
+{
+    if (key == Qt::Key_F2)
+        PostValue();
+    else if (key == Qt::Key_F6)
+        RefreshValue();
+    if (OnKeyDown) OnKeyDown(sender, key, modifiers);
+}
+
+void TParaClass::myKeyPress(QObject *sender, QChar &key)
+{
+    const bool backspace = key == QChar(8);
+    if (m_table && m_table->Online() == omOnline && key == QChar(13)) {
+        PostValue();
+        m_entryText = GetText();
+        key = QChar();
+        return;
+    }
+    if (m_numeric && !backspace && !key.isNull()) {
+        const QString allowed = QStringLiteral("0123456789,-.");
+        if (!allowed.contains(key))
+            key = QChar();
+        else if (key == QLatin1Char(',') || key == QLatin1Char('.'))
+            key = DecimalSeparator();
+    }
+    auto *edit = qobject_cast<QLineEdit *>(m_input);
+    if (m_maxTextLength >= 1 && edit && !backspace && !key.isNull() &&
+        edit->text().size() >= m_maxTextLength && !edit->hasSelectedText()) {
+        key = QChar();
+        Beep();
+    }
+    if (OnKeyPress && !key.isNull()) OnKeyPress(sender, key);
+}
+
+void TParaClass::myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
+{
+    auto *edit = qobject_cast<QLineEdit *>(m_input);
+    if (m_numeric && edit) {
+        const QString text = edit->text();
+        if (!text.isEmpty() && !IsFloat(text) && text != QLatin1String("-")) {
+            Beep();
+            edit->undo();
+            // Undo only goes back one step; a text still not a number is put back to the
+            // value the field had when it was entered.
+            if (!edit->text().isEmpty() && !IsFloat(edit->text()) &&
+                edit->text() != QLatin1String("-"))
+                edit->setText(m_entryText);
+        }
+    }
+    if (OnKeyUp) OnKeyUp(sender, key, modifiers);
+}
+
+bool TParaClass::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_lblKoordinate && event->type() == QEvent::MouseButtonRelease) {
+        ShowSelfRTFHelpText(); // a click on the coordinate shows the parameter's help
+        return false;
+    }
+    if (!m_input || (watched != m_input && !m_bitBoxes.contains(watched)))
+        return QFrame::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        MyEnter(watched);
+        break;
+    case QEvent::FocusOut:
+        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason &&
+            !qobject_cast<TwizComboBox *>(m_input))
+            MyExit(watched);
+        break;
+    case QEvent::KeyPress: {
+        auto *ke = static_cast<QKeyEvent *>(event);
+        int key = ke->key();
+        myKeyDown(watched, key, ke->modifiers());
+        if (key == 0) return true;
+        if (ke->text().isEmpty() || ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+            break;
+        QChar c = ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter ? QChar(13)
+                  : ke->key() == Qt::Key_Backspace                          ? QChar(8)
+                                                                            : ke->text().at(0);
+        const QChar typed = c;
+        myKeyPress(watched, c);
+        if (c.isNull()) return true;
+        if (c != typed) {
+            if (auto *edit = qobject_cast<QLineEdit *>(m_input)) {
+                edit->insert(QString(c));
+                return true;
+            }
+        }
+        break;
+    }
+    case QEvent::KeyRelease: {
+        auto *ke = static_cast<QKeyEvent *>(event);
+        if (ke->isAutoRepeat()) break;
+        int key = ke->key();
+        myKeyUp(watched, key, ke->modifiers());
+        break;
+    }
+    default:
+        break;
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+void TParaClass::connectInput()
+{
+    if (!m_input) return;
+    m_input->installEventFilter(this);
+    if (auto *edit = qobject_cast<QLineEdit *>(m_input))
+        connect(edit, &QLineEdit::textChanged, this, [this, edit] { MyOnChange(edit); });
+    else if (auto *combo = qobject_cast<QComboBox *>(m_input))
+        connect(combo, &QComboBox::currentTextChanged, this, [this, combo] { MyOnChange(combo); });
+    else if (auto *box = qobject_cast<QCheckBox *>(m_input))
+        connect(box, &QCheckBox::toggled, this, [this, box] { MyOnChange(box); });
+    else if (auto *group = qobject_cast<TMyRadioGroup *>(m_input))
+        connect(group, &TMyRadioGroup::itemIndexChanged, this,
+                [this, group] { MyOnChange(group); });
+    for (QCheckBox *box : std::as_const(m_bitBoxes))
+        box->installEventFilter(this);
+}
+
+void TParaClass::myCheckBoxOnClick(QObject *sender)
+{
+    Q_UNUSED(sender)
+    const int n = int(m_bitBoxes.size());
+    quint32 value = 0;
+    for (int i = 0; i < n; ++i) {
+        if (m_bitBoxes[i]->isChecked()) value |= 1u << (n - 1 - i);
+    }
+    if (auto *edit = qobject_cast<QLineEdit *>(m_input))
+        edit->setText(DecToBin(value, std::max(0, int(Round(std::log2(m_ogw + 1))))));
+    if (OnClick) OnClick(this);
+    PostValue();
+}
+
+void TParaClass::mousePressEvent(QMouseEvent *event)
+{
+    QFrame::mousePressEvent(event);
+    if (OnClick) OnClick(this);
+}
+
+// --- information parameters and help --------------------------------------------------------
+
+void TParaClass::updateInfoButton()
+{
+    m_infoButton->setProperty("Tag", 0);
+    const QString word = LExtractWord(1, GetText(), TCharSet(" :"), ewMultipleDelim);
+    quint32 address = 0;
+    const int record = m_table ? m_table->FindRecord(word, m_achse, address) : -1;
+    if (record < 0) {
+        m_infoButton->setToolTip(QString());
+        return;
+    }
+    const auto col = [this, record](const char *t) {
+        return m_table->Cell(record, QString::fromLatin1(t));
+    };
+    m_infoButton->setToolTip(s_Koordinate + QStringLiteral(": ") + col("Koordinate") +
+                             QLatin1Char('\n') + col("Name") + QLatin1Char('\n') + s_DatenTyp +
+                             QStringLiteral(": ") + col("Datentyp") + QLatin1Char('\n') +
+                             GetWertebereich(record));
+    m_infoButton->setProperty("Tag", quint32(HexToInt(col("USS-Adresse /hex"))));
+}
+
+// The info button shows the help of the parameter the value names: in the table's help
+// view when the form has one, else as a message with the button's hint.
+void TParaClass::myInfoButtonClick()
+{
+    if (!m_table || !m_infoButton) return;
+    const quint32 address = m_infoButton->property("Tag").toUInt();
+    const QByteArray rtf = address ? m_table->GetRTFhelpstring(address) : QByteArray();
+    if (m_table->RichEditCtrl() && !rtf.isEmpty())
+        m_table->ShowRTFHelpText(rtf, address);
+    else if (!m_infoButton->toolTip().isEmpty())
+        ShowMessage(m_infoButton->toolTip());
+}
+
+void TParaClass::ShowSelfRTFHelpText()
+{
+    if (m_table) m_table->ShowRTFHelpText(m_table->GetRTFhelpstring(m_q7adr), m_q7adr);
+}
+
+// --- enable levels, colours, visibility --------------------------------------------------------
+
+tParaEnabled TParaClass::GetInitialEnableLevel() const
+{
+    if (m_writeLevel == 6 || m_wizEnabled == pDisabled) return pDisabled;
+    if (m_table && m_table->Online() == omRueckdoku) return pReadOnly;
+    if (isDesigning() || m_wizEnabled == pReadOnly) return pReadOnly;
+    // A parameter above the user's level can be seen but not changed.
+    if (m_table && m_writeLevel > m_table->UserLevel()) return pReadOnly;
+    return pEnabled;
+}
+
+void TParaClass::SetEnabled(tParaEnabled level)
+{
+    if (m_table) {
+        m_enableLevel = std::max(level, GetInitialEnableLevel());
+        setInputEnabled(m_enableLevel == pEnabled);
+        SetCtrlColor();
+    }
+    if (OnEnabledChange) OnEnabledChange(this);
+}
+
+void TParaClass::setInputEnabled(bool enabled)
+{
+    if (m_input) m_input->setEnabled(enabled);
+    for (QCheckBox *box : std::as_const(m_bitBoxes))
+        box->setEnabled(enabled);
+}
+
+void TParaClass::SetwizEnabled(tParaEnabled level)
+{
+    m_wizEnabled = level;
+    SetEnabled(level);
+}
+
+void TParaClass::SetToolHidden(bool hidden)
+{
+    if (m_toolInvisible == tiDisable)
+        SetEnabled(hidden ? pDisabled : m_wizEnabled);
+    else if (m_toolInvisible == tiInvisible)
+        setVisible(!hidden && m_wizVisible);
+}
+
+void TParaClass::SetCtrlColor()
+{
+    if (!m_table || !m_input || qobject_cast<QCheckBox *>(m_input) ||
+        qobject_cast<TMyRadioGroup *>(m_input))
+        return;
+    const bool rueck = m_table->Online() == omRueckdoku;
+    if (m_enableLevel != pDisabled && !rueck) {
+        const TColor colour = !IsDefault() && m_input->isEnabled() ? clInfoBk : clWindow;
+        QPalette pal = m_input->palette();
+        pal.setColor(QPalette::Base, ColorToQColor(colour));
+        m_input->setPalette(pal);
+    } else if (rueck && m_writeLevel < 6) {
+        if (auto *edit = qobject_cast<TwizEdit *>(m_input))
+            edit->SetDisabledTextColor(IsDefault() ? m_table->RueckDokuFontColor() : 255);
+    }
+}
+
+} // namespace drivewiz

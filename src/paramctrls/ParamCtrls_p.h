@@ -1,0 +1,45 @@
+#ifndef DRIVEWIZ_PARAMCTRLS_PARAMCTRLS_P_H
+#define DRIVEWIZ_PARAMCTRLS_PARAMCTRLS_P_H
+
+// Indexes of all parameter controls of the process, by address and by coordinate, so a
+// pushed change or a mirror search does not walk whole forms. Entries are kept right by
+// the controls themselves (address and coordinate setters, destructor); the form a
+// control sits on is checked at look-up, so re-parenting needs no bookkeeping.
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QWidget>
+
+namespace drivewiz {
+
+class TParaClass;
+
+namespace paractl {
+
+class Registry
+{
+public:
+    static Registry &instance();
+    void setAddress(TParaClass *control, quint32 before, quint32 after);
+    void setKoordinate(TParaClass *control, const QString &before, const QString &after);
+    void remove(TParaClass *control, quint32 address, const QString &koordinate);
+    QList<TParaClass *> byAddress(quint32 address) const { return m_byAddress.values(address); }
+    QList<TParaClass *> byKoordinate(const QString &koordinate) const;
+
+private:
+    QMultiHash<quint32, TParaClass *> m_byAddress;
+    QMultiHash<QString, TParaClass *> m_byKoordinate;
+};
+
+/// The key of a coordinate in the index: trimmed and upper-cased.
+QString koordinateKey(const QString &koordinate);
+
+/// Whether `a` comes before `b` in a depth-first walk of `root`'s children (children in
+/// their order, a container's children before its next sibling).
+bool depthFirstBefore(const QWidget *root, const QWidget *a, const QWidget *b);
+
+} // namespace paractl
+} // namespace drivewiz
+
+#endif // DRIVEWIZ_PARAMCTRLS_PARAMCTRLS_P_H

@@ -1,0 +1,92 @@
+#include "wizard/wizFormLoader.h"
+
+#include "paramctrls/ParamCtrls.h"
+#include "paramtable/ParaTable.h"
+#include "platform/component.h"
+#include "wizard/wizCombo.h"
+#include "wizard/wizEdit.h"
+
+#include <QFile>
+
+#include <functional>
+#include <map>
+
+namespace drivewiz {
+
+namespace {
+
+using Factory = std::function<QWidget *(QWidget *)>;
+
+const std::map<QString, Factory> &factories()
+{
+    static const std::map<QString, Factory> map = {
+        {QStringLiteral("TParaTable"), [](QWidget *p) { return new TParaTable(p); }},
+        {QStringLiteral("TParaClass"), [](QWidget *p) { return new TParaClass(p); }},
+        {QStringLiteral("TwizEdit"), [](QWidget *p) { return new TwizEdit(p); }},
+        {QStringLiteral("TwizComboBox"), [](QWidget *p) { return new TwizComboBox(p); }},
+        {QStringLiteral("TwizLabel"), [](QWidget *p) { return new TwizLabel(p); }},
+        {QStringLiteral("TwizButton"), [](QWidget *p) { return new TwizButton(p); }},
+        {QStringLiteral("TMyRadioGroup"), [](QWidget *p) { return new TMyRadioGroup(p); }},
+    };
+    return map;
+}
+
+// Start-up order: tables before the controls that look values up in them, controls
+// before the page controls and frames that arrange them.
+int startupRank(QWidget *w)
+{
+    if (qobject_cast<TParaTable *>(w)) return 0;
+    if (qobject_cast<TParaClass *>(w)) return 1;
+    return 2;
+}
+
+} // namespace
+
+TwizFormLoader::TwizFormLoader(QObject *parent) : QUiLoader(parent) {}
+
+QStringList TwizFormLoader::libraryClasses()
+{
+    QStringList names;
+    for (const auto &entry : factories())
+        names << entry.first;
+    return names;
+}
+
+QWidget *TwizFormLoader::createWidget(const QString &className, QWidget *parent,
+                                      const QString &name)
+{
+    QString bare = className;
+    bare.remove(QStringLiteral("drivewiz::"));
+    const auto it = factories().find(bare);
+    if (it == factories().end()) return QUiLoader::createWidget(className, parent, name);
+    QWidget *w = it->second(parent);
+    w->setObjectName(name);
+    return w;
+}
+
+QWidget *TwizFormLoader::loadForm(const QString &fileName, QWidget *parent)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) return nullptr;
+    QWidget *form = nullptr;
+    {
+        FormLoadScope scope;
+        form = load(&file, parent);
+    }
+    if (form) CallLoaded(form);
+    return form;
+}
+
+void TwizFormLoader::CallLoaded(QWidget *form)
+{
+    if (!form) return;
+    QList<QWidget *> widgets = form->findChildren<QWidget *>();
+    widgets.prepend(form);
+    std::stable_sort(widgets.begin(), widgets.end(),
+                     [](QWidget *a, QWidget *b) { return startupRank(a) < startupRank(b); });
+    for (QWidget *w : widgets) {
+        if (auto *component = dynamic_cast<Component *>(w)) component->Loaded();
+    }
+}
+
+} // namespace drivewiz
