@@ -26,16 +26,24 @@ TParaClass::TParaClass(QWidget *parent) : QFrame(parent), m_ui(std::make_unique<
     m_ui->setupUi(this);
     m_lblKoordinate = m_ui->LblKoordinate;
     m_lblParaName = m_ui->LblParaName;
-    // Form files store point sizes; the labels are 11 pixels high as the drive tool draws them.
-    for (QLabel *label : {m_lblKoordinate, m_lblParaName}) {
-        QFont f = label->font();
+    // The labels are 11 pixels high in "Microsoft Sans Serif" (or what the system has in
+    // its place) as the drive tool draws them; Designer files only know point sizes.
+    static const QFont nameFont = [] {
+        QFont f(QStringLiteral("Microsoft Sans Serif"));
         f.setPixelSize(11);
-        label->setFont(f);
+        return f;
+    }();
+    static const QFont koordinateFont = [] {
+        QFont f = nameFont;
+        f.setBold(true);
+        return f;
+    }();
+    m_lblKoordinate->setFont(koordinateFont);
+    m_lblParaName->setFont(nameFont);
+    for (QLabel *label : {m_lblKoordinate, m_lblParaName}) {
         label->installEventFilter(this);
+        label->setToolTip(s_ClickForParDesc);
     }
-    m_lblKoordinate->setToolTip(s_ClickForParDesc);
-    m_lblParaName->setToolTip(s_ClickForParDesc);
-    paractl::Registry::instance().setKoordinate(this, QString(), GetKoordinate());
 }
 
 TParaClass::~TParaClass()

@@ -221,6 +221,7 @@ private:
     void buildBitBoxes();
     void buildInfoButton();
     void connectInput();
+    void showBuiltWidgets();
     void applyInputHint(int record);
     void leaveSameParameterLists();
     bool mayPostFromProgram() const;

@@ -12,6 +12,7 @@
 #include "wizard/wizSprache.h"
 
 #include <QCheckBox>
+#include <QHash>
 #include <QLabel>
 #include <QToolButton>
 
@@ -121,6 +122,7 @@ void TParaClass::RebuildParaControl()
     readRecord(record);
     buildInput(record);
     SetEditCtrlPosition();
+    showBuiltWidgets();
     SetEnabled(GetInitialEnableLevel());
     if (m_input && !m_inputFeldHint.isEmpty()) m_input->setToolTip(m_inputFeldHint);
     SetText(m_table->Cell(record, QStringLiteral("Wert")));
@@ -130,30 +132,29 @@ void TParaClass::RebuildParaControl()
 
 void TParaClass::readRecord(int record)
 {
-    const auto col = [this, record](const char *title) {
-        return m_table->Cell(record, QString::fromLatin1(title));
-    };
-    m_writeLevel = StrToIntDef(col("Write-Level").trimmed(), 0);
-    m_dataType = col("Datentyp").toUpper();
-    SetQ7Adresse(col("USS-Adresse /hex"));
-    SetAchse(col("Achse"));
+    const QStringList c =
+        m_table->Cells(record, {"Write-Level", "Datentyp", "USS-Adresse /hex", "Achse",
+                                "Nachkommastellen", "Name", "Art", "UGW", "OGW", "Defaultwert"});
+    m_writeLevel = StrToIntDef(c[0].trimmed(), 0);
+    m_dataType = c[1].toUpper();
+    SetQ7Adresse(c[2]);
+    SetAchse(c[3]);
     m_maxTextLength = m_dataType.size() >= 4 && m_dataType.startsWith(QLatin1String("STR"))
                           ? leadingNumber(m_dataType.mid(3))
                           : 0;
-    const QString decimals = col("Nachkommastellen");
-    if (IsInteger(decimals)) m_decimals = std::clamp(StrToInt(decimals.trimmed()), 0, 18);
-    QString name = col("Name");
+    if (IsInteger(c[4])) m_decimals = std::clamp(StrToInt(c[4].trimmed()), 0, 18);
+    QString name = c[5];
     if (name.contains(QChar(0x00A7)) && m_showElementNameOnly)
         name = LExtractWord(2, name, TCharSet("\xA7"), ewMultipleDelim);
     SetParamName(name);
     m_lblParaName->setToolTip(s_ClickForParDesc + QLatin1Char('\n') + name + QLatin1Char(' ') +
                               GetKoordinate());
-    m_kind = StrToIntDef(col("Art").trimmed(), 0);
+    m_kind = StrToIntDef(c[6].trimmed(), 0);
     m_numeric = m_kind < 2 && !m_dataType.contains(QLatin1String("STR"));
     m_info = m_kind == 6;
-    m_ugw = limitOf(col("UGW"));
-    m_ogw = limitOf(col("OGW"));
-    m_default = col("Defaultwert");
+    m_ugw = limitOf(c[7]);
+    m_ogw = limitOf(c[8]);
+    m_default = c[9];
     m_indirectUnit.clear();
 }
 
@@ -178,7 +179,6 @@ void TParaClass::buildInput(int record)
     }
     if (m_info) buildInfoButton();
     connectInput();
-    if (m_input) m_input->show();
 }
 
 void TParaClass::buildEdit(int record)
@@ -188,13 +188,15 @@ void TParaClass::buildEdit(int record)
     edit->setFont(m_table->FontEditFeld());
     if (m_maxTextLength > 0) edit->setMaxLength(m_maxTextLength);
     m_input = edit;
-    m_unit = new QLabel(this);
-    m_unit->setObjectName(QStringLiteral("LblEinheit"));
-    m_unit->setFont(m_table->FontDimension());
+    // A unit label only where there is a unit to show, or one another parameter gives.
     const QString einheit = m_table->Cell(record, QStringLiteral("Einheit")).trimmed();
     if (IsIndirekteEinheit(einheit)) m_indirectUnit = einheit.mid(1, einheit.size() - 2);
-    UpdateEinheitString(record);
-    m_unit->show();
+    if (!einheit.isEmpty()) {
+        m_unit = new QLabel(this);
+        m_unit->setObjectName(QStringLiteral("LblEinheit"));
+        m_unit->setFont(m_table->FontDimension());
+        UpdateEinheitString(record);
+    }
     if (!m_info) edit->setToolTip(GetWertebereich(record));
     if (m_controlType == wctBinaryCheckBoxes &&
         (m_dataType.startsWith(QLatin1Char('I')) || m_dataType.startsWith(QLatin1Char('U'))))
@@ -203,8 +205,6 @@ void TParaClass::buildEdit(int record)
 
 void TParaClass::buildBitBoxes()
 {
-    m_input->hide();
-    m_unit->hide();
     const int bits = std::clamp(leadingNumber(m_dataType.mid(1)), 0, 32);
     QFont small(QStringLiteral("Small Fonts"));
     small.setPixelSize(9);
@@ -215,8 +215,6 @@ void TParaClass::buildBitBoxes()
         auto *label = new QLabel(QString::number(i), this);
         label->setFont(small);
         label->setAlignment(Qt::AlignCenter);
-        box->show();
-        label->show();
         m_bitBoxes << box;
         m_bitLabels << label;
     }
@@ -259,7 +257,19 @@ void TParaClass::buildInfoButton()
     m_infoButton->setFont(QFont(QStringLiteral("Times New Roman")));
     m_infoButton->setAutoRaise(true);
     connect(m_infoButton, &QToolButton::clicked, this, [this] { myInfoButtonClick(); });
-    m_infoButton->show();
+}
+
+// Shown only once placed: a widget shown before it has a size works out its natural size.
+void TParaClass::showBuiltWidgets()
+{
+    const bool bits = !m_bitBoxes.isEmpty();
+    if (m_input) m_input->setVisible(!bits);
+    if (m_unit) m_unit->setVisible(!bits);
+    if (m_infoButton) m_infoButton->show();
+    for (QCheckBox *box : std::as_const(m_bitBoxes))
+        box->show();
+    for (QLabel *label : std::as_const(m_bitLabels))
+        label->show();
 }
 
 void TParaClass::InitAuswahlListe(bool flag)
@@ -307,20 +317,35 @@ int TParaClass::CalcHeight() const
 // (caRight); its width is wizControlWidth, its height wizControlHeight or its natural
 // one. The unit label follows the field; bit boxes run left to right, highest bit first,
 // with their numbers underneath.
+namespace {
+
+// The natural height of an input field depends only on its class and font: ask the style
+// once per kind instead of once per control.
+int naturalHeight(QWidget *input)
+{
+    static QHash<QString, int> heights;
+    const QString key = QString::fromLatin1(input->metaObject()->className()) + input->font().key();
+    auto it = heights.constFind(key);
+    if (it == heights.constEnd()) it = heights.insert(key, input->sizeHint().height());
+    return it.value();
+}
+
+constexpr int kUnitWidth = 40;
+
+} // namespace
+
 void TParaClass::SetEditCtrlPosition()
 {
     if (!m_input) return;
-    const int h = m_controlHeight > 0 ? m_controlHeight : m_input->sizeHint().height();
+    const bool radio = qobject_cast<TMyRadioGroup *>(m_input) != nullptr;
+    const int natural = radio ? m_input->sizeHint().height() : naturalHeight(m_input);
+    const int h = m_controlHeight > 0 ? std::max(m_controlHeight, radio ? natural : 0) : natural;
     const int w = m_controlWidth > 0 ? m_controlWidth : std::max(40, width() - 40);
     const int x = m_controlAlign == caRight ? m_controlLeft : 3;
     const int y = m_controlAlign == caRight ? 2 : m_lblParaName->y() + m_lblParaName->height() + 1;
-    if (qobject_cast<TMyRadioGroup *>(m_input))
-        m_input->setGeometry(x, y, w, std::max(h, m_input->sizeHint().height()));
-    else
-        m_input->setGeometry(x, y, w, h);
-    if (m_unit) m_unit->setGeometry(x + w + 4, y, std::max(30, m_unit->sizeHint().width()), h);
-    if (m_infoButton)
-        m_infoButton->setGeometry(x + w + (m_unit ? 4 + m_unit->width() : 0) + 2, y, h, h);
+    m_input->setGeometry(x, y, w, h);
+    if (m_unit) m_unit->setGeometry(x + w + 4, y, kUnitWidth, h);
+    if (m_infoButton) m_infoButton->setGeometry(x + w + (m_unit ? 4 + kUnitWidth : 0) + 2, y, h, h);
     for (int i = 0; i < m_bitBoxes.size(); ++i) {
         m_bitBoxes[i]->setGeometry(x + i * 16, y, 16, 16);
         m_bitLabels[i]->setGeometry(x + i * 16, y + 16, 16, 10);

@@ -513,9 +513,12 @@ void TParaClass::SetCtrlColor()
     const bool rueck = m_table->Online() == omRueckdoku;
     if (m_enableLevel != pDisabled && !rueck) {
         const TColor colour = !IsDefault() && m_input->isEnabled() ? clInfoBk : clWindow;
-        QPalette pal = m_input->palette();
-        pal.setColor(QPalette::Base, ColorToQColor(colour));
-        m_input->setPalette(pal);
+        const QColor base = ColorToQColor(colour);
+        if (m_input->palette().color(QPalette::Base) != base) { // a palette change repolishes
+            QPalette pal = m_input->palette();
+            pal.setColor(QPalette::Base, base);
+            m_input->setPalette(pal);
+        }
     } else if (rueck && m_writeLevel < 6) {
         if (auto *edit = qobject_cast<TwizEdit *>(m_input))
             edit->SetDisabledTextColor(IsDefault() ? m_table->RueckDokuFontColor() : 255);

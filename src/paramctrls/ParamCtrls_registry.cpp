@@ -1,5 +1,7 @@
 #include "paramctrls/ParamCtrls_p.h"
 
+#include "paramtable/coordinates.h"
+
 #include <algorithm>
 
 namespace drivewiz::paractl {

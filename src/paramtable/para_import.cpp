@@ -41,6 +41,8 @@ void TImportTable::Clear()
 {
     m_titles.clear();
     m_sortedTitles.clear();
+    m_columnCache.clear();
+    m_literalColumns.clear();
     m_text.reset();
     m_textSize = 0;
     m_textCapacity = 0;
@@ -92,6 +94,8 @@ int TImportTable::InitColumnArray(const QString &titleLine)
             m_colNummer = i;
     }
     m_titles << kSortTitle;
+    m_columnCache.clear();
+    m_literalColumns.clear();
     // Searched by the trimmed title; with a title twice, the last column wins.
     m_sortedTitles.clear();
     for (int i = 0; i < m_titles.size(); ++i)
@@ -131,6 +135,16 @@ int TImportTable::ColNoByName(const QString &title) const
 
 int TImportTable::FindColumn(const QString &title) const
 {
+    // Callers ask for the same few titles over and over: remember the answers.
+    const auto cached = m_columnCache.constFind(title);
+    if (cached != m_columnCache.constEnd()) return cached.value();
+    const int column = searchColumn(title);
+    m_columnCache.insert(title, column);
+    return column;
+}
+
+int TImportTable::searchColumn(const QString &title) const
+{
     const QString key = lowerTitle(title);
     const auto it = std::upper_bound(m_sortedTitles.begin(), m_sortedTitles.end(), key,
                                      [](const QString &k, const auto &t) { return k < t.first; });
@@ -152,6 +166,21 @@ QString TImportTable::Cell(int p, const QString &title) const
 {
     const int column = FindColumn(title);
     return column < 0 ? QString() : cell(rowAt(p), column);
+}
+
+QStringList TImportTable::Cells(int p, std::initializer_list<const char *> titles) const
+{
+    QStringList out;
+    out.reserve(qsizetype(titles.size()));
+    const int row = rowAt(p);
+    for (const char *title : titles) {
+        // Titles are string literals: their address is key enough.
+        auto it = m_literalColumns.find(title);
+        if (it == m_literalColumns.end())
+            it = m_literalColumns.emplace(title, FindColumn(QLatin1String(title))).first;
+        out << (it->second < 0 ? QString() : cell(row, it->second));
+    }
+    return out;
 }
 
 void TImportTable::SetCell(int p, const QString &title, const QString &value)

@@ -4,6 +4,7 @@
 #include "drivewiz_global.h"
 #include "tables/Divers.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -99,6 +100,9 @@ public:
     QString Cell(int p, const QString &title) const;
     /// Writes a cell of an optional column; a missing column or position is ignored.
     void SetCell(int p, const QString &title, const QString &value);
+    /// Reads several columns of one row at once (empty for missing ones): one column
+    /// look-up per title, for callers that read whole rows.
+    QStringList Cells(int p, std::initializer_list<const char *> titles) const;
     /// The cell at a position and column number; empty when either is out of range.
     QString CellAt(int p, int column) const;
     void SetCellAt(int p, int column, const QString &value);
@@ -167,6 +171,7 @@ private:
     bool storeRow(int row, const char *line, size_t len, bool cp1252, ParseReport &report);
     void updateSortKey(int row);
     int rowAt(int p) const;
+    int searchColumn(const QString &title) const;
     QString cell(int row, int column) const;
     void setCell(int row, int column, const QString &value);
     bool indexOutOfDate() const;
@@ -183,8 +188,10 @@ private:
     struct MergeKeys;
     bool mergeLineIsNew(const char *line, size_t len, bool cp1252, MergeKeys &known) const;
 
-    QStringList m_titles;                                // lower case, "par" last
-    std::vector<std::pair<QString, int>> m_sortedTitles; // trimmed titles, sorted
+    QStringList m_titles;                                           // lower case, "par" last
+    std::vector<std::pair<QString, int>> m_sortedTitles;            // trimmed titles, sorted
+    mutable QHash<QString, int> m_columnCache;                      // title as asked -> column
+    mutable std::unordered_map<const char *, int> m_literalColumns; // literal title -> column
     struct FreeText
     {
         void operator()(char *p) const { std::free(p); }
