@@ -222,6 +222,7 @@ private:
     void buildInfoButton();
     void connectInput();
     void showBuiltWidgets();
+    void takeOverPartnerText();
     void applyInputHint(int record);
     void leaveSameParameterLists();
     bool mayPostFromProgram() const;

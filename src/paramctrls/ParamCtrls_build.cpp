@@ -51,8 +51,20 @@ void TParaClass::Loaded()
     if (!m_table || isDesigning()) return;
     RebuildParaControl();
     SucheGleicheParameter();
-    if (!m_same.isEmpty() && m_same.first()) SetText(m_same.first()->GetText());
+    takeOverPartnerText();
     if (AfterCreate) AfterCreate(this);
+}
+
+// Two controls of one parameter start equal: a new one takes the text of the first
+// partner that already shows a value.
+void TParaClass::takeOverPartnerText()
+{
+    for (const QPointer<TParaClass> &partner : std::as_const(m_same)) {
+        if (partner && partner->GetEditControl()) {
+            SetText(partner->GetText());
+            return;
+        }
+    }
 }
 
 void TParaClass::SetKoordinate(const QString &koordinate)
@@ -79,7 +91,7 @@ void TParaClass::SetKoordinate(const QString &koordinate)
     if (isKoord) {
         RebuildParaControl();
         if (!isDesigning()) SucheGleicheParameter();
-        if (!isLoading() && !m_same.isEmpty() && m_same.first()) SetText(m_same.first()->GetText());
+        if (!isLoading()) takeOverPartnerText();
     } else if (isDesigning()) {
         SetParamName(QStringLiteral("Unknown Parameter"));
     }
