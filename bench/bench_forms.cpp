@@ -2,7 +2,7 @@
 // plain widgets, and the cost of one pushed change (message 0x8006) on a form of 10 and of
 // 1,000 controls.
 
-#include "gendesc.h"
+#include "bench_support.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/dialogrecorder.h"
@@ -21,29 +21,20 @@
 #include <memory>
 
 using namespace drivewiz;
+using drivewiz::bench::dataDir;
+using drivewiz::bench::generatedFile;
 
 namespace {
 
 constexpr int kColumns = 20;
 
-QString dataDir()
-{
-    const QByteArray env = qgetenv("DRIVEWIZ_BENCH_DATA");
-    const QString dir = env.isEmpty() ? QDir::temp().filePath(QStringLiteral("drivewiz-bench"))
-                                      : QString::fromLocal8Bit(env);
-    QDir().mkpath(dir);
-    return dir;
-}
-
 const QString &descriptionFile()
 {
     static const QString path = [] {
-        const QString p = QDir(dataDir()).filePath(QStringLiteral("desc_forms.csv"));
         gendesc::Options o;
         o.rows = 3000;
         o.maxAxes = 1;
-        gendesc::writeFile(p.toStdString(), o);
-        return p;
+        return generatedFile(QStringLiteral("desc_forms.csv"), o);
     }();
     return path;
 }

@@ -4,7 +4,7 @@
 // splitting the same file: the practical limit), BM_AddCSVFileMerge with BM_ImportTable,
 // BM_FindParam with BM_LowerBoundBaseline (std::lower_bound over ready-made keys).
 
-#include "gendesc.h"
+#include "bench_support.h"
 #include "paramtable/para_import_werte.h"
 #include "platform/dialogrecorder.h"
 #include "platform/textcodec.h"
@@ -24,30 +24,20 @@
 #include <unistd.h>
 
 using namespace drivewiz;
+using drivewiz::bench::generatedFile;
 
 namespace {
 
 constexpr long kRows = 100000;
-
-QString dataDir()
-{
-    const QByteArray env = qgetenv("DRIVEWIZ_BENCH_DATA");
-    const QString dir = env.isEmpty() ? QDir::temp().filePath(QStringLiteral("drivewiz-bench"))
-                                      : QString::fromLocal8Bit(env);
-    QDir().mkpath(dir);
-    return dir;
-}
 
 // The files are made once per run: the main file and a second one of which half the
 // rows are new.
 const QString &mainFile()
 {
     static const QString path = [] {
-        const QString p = QDir(dataDir()).filePath(QStringLiteral("desc100k.csv"));
         gendesc::Options o;
         o.rows = kRows;
-        gendesc::writeFile(p.toStdString(), o);
-        return p;
+        return generatedFile(QStringLiteral("desc100k.csv"), o);
     }();
     return path;
 }
@@ -55,12 +45,10 @@ const QString &mainFile()
 const QString &mergeFile()
 {
     static const QString path = [] {
-        const QString p = QDir(dataDir()).filePath(QStringLiteral("desc100k_merge.csv"));
         gendesc::Options o;
         o.rows = kRows;
         o.skip = kRows / 2;
-        gendesc::writeFile(p.toStdString(), o);
-        return p;
+        return generatedFile(QStringLiteral("desc100k_merge.csv"), o);
     }();
     return path;
 }
