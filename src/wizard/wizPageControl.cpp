@@ -461,7 +461,7 @@ void TwizPageControl::UpdateTreeView(bool force)
 
 void TwizPageControl::UpdateTreeSelection()
 {
-    if (!m_tree || currentIndex() < 0) return;
+    if (!m_tree || currentIndex() < 0 || isLoading()) return;
     const QString caption = tabText(currentIndex());
     if (m_table && m_table->LanguageFile() && m_table->Language() >= 1) {
         for (int i = 0; i < count(); ++i) {

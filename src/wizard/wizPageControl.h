@@ -62,6 +62,13 @@ DRIVEWIZ_EXPORT bool VisibilityControlWords(const TParaTable *table);
 ///
 /// Links to other components (tree, back button, table) are object names when set from
 /// a form file, resolved in Loaded(); the pointer setters link at once.
+///
+/// Choices of ours (details in docs/wizard.md): the wizard starts on the first shown
+/// page and shows the back button only when a shown page comes before; the search skips
+/// hits on hidden pages; Escape and Enter are previewed for the focused widget of the
+/// form (Enter on a focused push button presses it); OK on a QDialog form accept()s, any
+/// other close goes through close() and the form's property "ModalResult"; the stored
+/// form size is the client size at 96 pixels per inch, limited to the screen on restore.
 class DRIVEWIZ_EXPORT TwizPageControl : public QTabWidget, public Component
 {
     Q_OBJECT

@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QTextEdit>
 #include <QTimer>
@@ -189,10 +190,14 @@ bool TwizPageControl::OnFormKeyPress(QKeyEvent *event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter: {
-        // The edit takes its own Enter; so do buttons and text boxes.
-        if (undoable || qobject_cast<QAbstractButton *>(focus) ||
-            qobject_cast<QTextEdit *>(focus) || qobject_cast<QPlainTextEdit *>(focus))
+        // The edit takes its own Enter, and so do text boxes; a focused push button is
+        // pressed, as in any dialog of the desktop.
+        if (undoable || qobject_cast<QTextEdit *>(focus) || qobject_cast<QPlainTextEdit *>(focus))
             return false;
+        if (auto *button = qobject_cast<QPushButton *>(focus)) {
+            button->click();
+            return true;
+        }
         const QString question =
             s_TerminateWiz + QStringLiteral("?\r(") + s_ModifWillRetain + QStringLiteral(")");
         if (MessageDlg(question, MsgDlgType::Confirmation, mbYesNo) == mrYes) CancelWizard();

@@ -131,6 +131,7 @@ TEST_F(PageParts, TitlesBevelsAndButtonsStandWhereTheWizardExpects)
     EXPECT_EQ(cancel->geometry(), QRect(ok->x() - 100, 440, 75, 25));
     EXPECT_EQ(cancel->text(), QStringLiteral("Abbrechen"));
     EXPECT_FALSE(pc->tabBar()->isVisible()); // tabs are for the designer only
+    EXPECT_GE(page(0)->height(), pc->height() - 4); // and take no room at run time
 }
 
 TEST_F(PageParts, WithoutBackButtonThereAreNoNextOkOrCancelButtons)
@@ -153,6 +154,19 @@ TEST_F(PageParts, RemovedPagesKeepTheirPartsNumbered)
     delete page(0);
     EXPECT_EQ(part<QLabel>(0, GetLblTabSheetCaptionName(0))->text(), QStringLiteral("Modus"));
     EXPECT_EQ(page(0)->findChildren<QLabel *>(GetLblTabSheetCaptionName(1)).size(), 0);
+}
+
+TEST_F(PageParts, TheLanguageFileNamesButtonsAndPages)
+{
+    test::writeFile(dir.filePath(QStringLiteral("WizLingua/wizling.1")),
+                    "[ComStr]\r\ns25=Next\r\ns17=Cancel\r\n[WizTest]\r\ncSeite1=Betriebsart\r\n");
+    table->SetLanguage(1);
+    pc->Loaded();
+    EXPECT_EQ(part<QPushButton>(0, GetBtnNextName(0))->text(), QStringLiteral("Next"));
+    EXPECT_EQ(pc->BtnCancel()->text(), QStringLiteral("Cancel"));
+    EXPECT_EQ(pc->tabText(1), QStringLiteral("Betriebsart"));
+    EXPECT_EQ(part<QLabel>(1, GetLblTabSheetCaptionName(1))->text(), QStringLiteral("Betriebsart"));
+    EXPECT_EQ(treeTexts(), QStringList({"Start", "Betriebsart", "Grenzen"}));
 }
 
 TEST(VisibilityWords, FollowModeAndUserLevel)
@@ -264,6 +278,11 @@ TEST_F(Keys, EnterAsksToEndTheWizardUnlessAnEditIsChanged)
     QTest::keyClicks(e, QStringLiteral("5"));
     QTest::keyClick(e, Qt::Key_Return);
     EXPECT_TRUE(messages().isEmpty()); // the edit takes its Enter
+    auto *next = part<QPushButton>(0, GetBtnNextName(0));
+    next->setFocus();
+    QTest::keyClick(next, Qt::Key_Return);
+    EXPECT_EQ(pc->currentIndex(), 1); // a focused button is pressed
+    EXPECT_TRUE(messages().isEmpty());
     tree->setFocus();
     test::recorder().answer(int(mrNo));
     QTest::keyClick(tree, Qt::Key_Return);
