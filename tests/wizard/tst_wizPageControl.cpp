@@ -130,8 +130,10 @@ TEST_F(PageParts, TitlesBevelsAndButtonsStandWhereTheWizardExpects)
     EXPECT_EQ(ok->geometry(), QRect(480 - 75 * 3 / 2, 440, 75, 25));
     EXPECT_EQ(cancel->geometry(), QRect(ok->x() - 100, 440, 75, 25));
     EXPECT_EQ(cancel->text(), QStringLiteral("Abbrechen"));
-    EXPECT_FALSE(pc->tabBar()->isVisible()); // tabs are for the designer only
+    EXPECT_FALSE(pc->tabBar()->isVisible());        // tabs are for the designer only
     EXPECT_GE(page(0)->height(), pc->height() - 4); // and take no room at run time
+    EXPECT_EQ(pc->SearchButton()->x(), 480 - 75 - 10);
+    EXPECT_EQ(pc->SearchEdit()->x(), pc->SearchButton()->x() - 121 - 5);
 }
 
 TEST_F(PageParts, WithoutBackButtonThereAreNoNextOkOrCancelButtons)
@@ -167,6 +169,23 @@ TEST_F(PageParts, TheLanguageFileNamesButtonsAndPages)
     EXPECT_EQ(pc->tabText(1), QStringLiteral("Betriebsart"));
     EXPECT_EQ(part<QLabel>(1, GetLblTabSheetCaptionName(1))->text(), QStringLiteral("Betriebsart"));
     EXPECT_EQ(treeTexts(), QStringList({"Start", "Betriebsart", "Grenzen"}));
+}
+
+TEST(PageControlAlone, WithoutPagesFormOrTableNothingBreaks)
+{
+    TwizPageControl alone;
+    alone.Loaded();
+    alone.MoveNext(nullptr);
+    alone.BtnMoveNextClick();
+    alone.BtnMoveBackClick();
+    alone.UpdateTreeSelection();
+    alone.OnTimerOnline();
+    alone.show();
+    alone.SearchBtnClick();
+    EXPECT_TRUE(test::recorder().messages().isEmpty());
+    alone.SaveAndClose(); // its own window: closes without asking
+    EXPECT_FALSE(alone.isVisible());
+    EXPECT_EQ(alone.property(TwizPageControl::ModalResultProperty).toInt(), int(mrOk));
 }
 
 TEST(VisibilityWords, FollowModeAndUserLevel)
