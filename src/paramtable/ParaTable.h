@@ -156,6 +156,8 @@ public:
     void SubscribeMsgOnlineChange(quintptr windowHandle);
     TParaClass *FindParaControl(quint32 address) const;
     bool Busy() const { return m_busy; }
+    /// Holds the busy flag from outside, e.g. while a wizard saves (restore it after).
+    void SetBusy(bool busy) { m_busy = busy; }
     bool TextRestoring() const { return m_textRestore; }
     /// Entering a control ends a pending text restore.
     void ClearTextRestore() { m_textRestore = false; }

@@ -5,8 +5,10 @@
 #include "platform/component.h"
 #include "wizard/wizCombo.h"
 #include "wizard/wizEdit.h"
+#include "wizard/wizPageControl.h"
 
 #include <QFile>
+#include <QPointer>
 
 #include <functional>
 #include <map>
@@ -27,12 +29,15 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TwizLabel"), [](QWidget *p) { return new TwizLabel(p); }},
         {QStringLiteral("TwizButton"), [](QWidget *p) { return new TwizButton(p); }},
         {QStringLiteral("TMyRadioGroup"), [](QWidget *p) { return new TMyRadioGroup(p); }},
+        {QStringLiteral("TwizPageControl"), [](QWidget *p) { return new TwizPageControl(p); }},
+        {QStringLiteral("TwizTreeView"), [](QWidget *p) { return new TwizTreeView(p); }},
     };
     return map;
 }
 
 // Start-up order: tables before the controls that look values up in them, controls
-// before the page controls and frames that arrange them.
+// before the page controls, trees and frames that arrange them (page controls and trees
+// find each other in either order).
 int startupRank(QWidget *w)
 {
     if (qobject_cast<TParaTable *>(w)) return 0;
@@ -84,8 +89,12 @@ void TwizFormLoader::CallLoaded(QWidget *form)
     widgets.prepend(form);
     std::stable_sort(widgets.begin(), widgets.end(),
                      [](QWidget *a, QWidget *b) { return startupRank(a) < startupRank(b); });
-    for (QWidget *w : widgets) {
-        if (auto *component = dynamic_cast<Component *>(w)) component->Loaded();
+    // A component's Loaded() may delete widgets further down the list (rebuilt inputs,
+    // page buttons), so each is checked before its turn.
+    const QList<QPointer<QWidget>> guarded(widgets.begin(), widgets.end());
+    for (const QPointer<QWidget> &w : guarded) {
+        if (auto *component = w ? dynamic_cast<Component *>(w.data()) : nullptr)
+            component->Loaded();
     }
 }
 

@@ -1,0 +1,47 @@
+#ifndef DRIVEWIZ_WIZARD_WIZPAGECONTROL_P_H
+#define DRIVEWIZ_WIZARD_WIZPAGECONTROL_P_H
+
+#include <QObject>
+#include <QPointer>
+
+class QLineEdit;
+class QTabWidget;
+class QWidget;
+
+namespace drivewiz {
+
+class TwizPageControl;
+
+namespace pagectl {
+
+/// The form's key preview: an application event filter that hands the key presses meant
+/// for the focused widget of one form to the page control before the widget sees them.
+class KeyPreview : public QObject
+{
+    Q_OBJECT
+
+public:
+    KeyPreview(TwizPageControl *pageControl, QWidget *form);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    TwizPageControl *m_pageControl;
+    QPointer<QWidget> m_form;
+};
+
+/// The tab widget a widget is a page of, and its index there; null when it is no page.
+QTabWidget *tabWidgetOf(const QWidget *page, int *index = nullptr);
+/// The edit field behind a focused widget: a line edit, or an editable combo box's.
+QLineEdit *editOf(QWidget *focused);
+/// Whether the widget itself can take the focus now.
+bool acceptsFocus(const QWidget *w);
+/// The widget that takes the focus for a container: itself, its focus proxy or its first
+/// descendant (depth first) that can; null when none can.
+QWidget *focusTarget(QWidget *w);
+
+} // namespace pagectl
+} // namespace drivewiz
+
+#endif // DRIVEWIZ_WIZARD_WIZPAGECONTROL_P_H
