@@ -14,6 +14,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QLineEdit>
+#include <QMap>
 #include <QTabWidget>
 
 #include <cstdio>
@@ -34,6 +35,17 @@ TParaClass *control(QWidget *form, const QString &name)
     return form->findChild<TParaClass *>(name);
 }
 
+// Qt's own warnings (the offscreen platform cannot raise windows or grab the keyboard)
+// would interleave with the printout; they are counted and listed once at the end.
+QMap<QString, int> g_qtMessages;
+QtMessageHandler g_previousHandler = nullptr;
+
+void collectQtMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtFatalMsg && g_previousHandler) g_previousHandler(type, context, text);
+    ++g_qtMessages[text];
+}
+
 } // namespace
 
 Tour::Tour(HostSession &session, HostWindow &window, const QString &outDir)
@@ -46,6 +58,8 @@ int Tour::run()
         say(QStringLiteral("cannot create %1").arg(m_outDir));
         return 1;
     }
+    g_qtMessages.clear();
+    g_previousHandler = qInstallMessageHandler(collectQtMessage);
     auto recorder = std::make_unique<DialogRecorder>();
     m_recorder = recorder.get();
     setDialogService(std::move(recorder));
@@ -68,6 +82,7 @@ int Tour::run()
 
     m_recorder = nullptr;
     setDialogService(nullptr);
+    qInstallMessageHandler(g_previousHandler);
     return m_failures == 0 ? 0 : 1;
 }
 
@@ -319,6 +334,8 @@ void Tour::summary()
     say(QStringLiteral("  messages shown: %1, wizards that failed to open: %2")
             .arg(m_messages)
             .arg(m_failures));
+    for (auto it = g_qtMessages.cbegin(); it != g_qtMessages.cend(); ++it)
+        say(QStringLiteral("  Qt said %1 time(s): %2").arg(it.value()).arg(it.key()));
 }
 
 } // namespace drivewiz::wizhost
