@@ -130,6 +130,49 @@ DWZ_API int dwz_table_refresh(dwz_table *table, const char *coordinate);
  * an unknown parameter, read-back mode, or no write callback. */
 DWZ_API int dwz_table_write(dwz_table *table, const char *coordinate, const char *value);
 
+/* --- wizard forms ------------------------------------------------------------------------ */
+
+/* A wizard form loaded from a Qt Designer .ui file drawn with the library's classes. The
+ * form owns its parameter table (the first TParaTable on it); the table talks to the
+ * host through the callbacks given here. All calls on the user-interface thread, after
+ * dwz_init. A form whose .ui file has no wizard page control with OK and Cancel buttons
+ * gets plain "BtnOK" and "BtnCancel" buttons: OK writes all values when offline and
+ * closes the form, Cancel closes it. */
+typedef struct dwz_form dwz_form;
+
+/* Why the last dwz_form_create on this thread failed, UTF-8 ("" after a success). */
+DWZ_API const char *dwz_last_error(void);
+
+/* Loads a form. callbacks may be NULL (no host: values come from the description file);
+ * when they hold get_para_info, descriptions come from the host and descriptionFile is
+ * not read. descriptionFile NULL keeps the file named in the form (FileNameParams).
+ * userLevel 1..4 (0 keeps the form's), language 1 German, 2 English ... (0: the number
+ * given as the program's first argument, else 1), onlineMode DWZ_OFFLINE, DWZ_ONLINE or
+ * DWZ_READBACK. The values shown are read from the host when get_para_value is set.
+ * Returns NULL when the file cannot be read, is no form, or has no parameter table;
+ * dwz_last_error() then says why. */
+DWZ_API dwz_form *dwz_form_create(const char *uiFile, const dwz_callbacks *callbacks,
+                                  uint32_t wizardId, int userLevel, int language,
+                                  int onlineMode, const char *descriptionFile);
+/* The form's parameter table, for the dwz_table_* calls; owned by the form (never pass
+ * it to dwz_table_destroy). */
+DWZ_API dwz_table *dwz_form_table(dwz_form *form);
+/* Shows the form modally until it is closed; returns 1 for OK, 0 for Cancel. */
+DWZ_API int dwz_form_exec(dwz_form *form);
+/* Shows the form without blocking; returns 1 when it is shown. */
+DWZ_API int dwz_form_show(dwz_form *form);
+/* 1 when the form was closed with OK, 0 when it was cancelled, -1 while it was never
+ * closed (or for NULL). */
+DWZ_API int dwz_form_result(const dwz_form *form);
+/* Closes and frees the form; subscriptions at the host are cancelled first. Not from
+ * inside one of the form's own callbacks. NULL is ignored. */
+DWZ_API void dwz_form_destroy(dwz_form *form);
+/* The handle of the form's parameter table: post DWZ_MSG_TOOL and DWZ_MSG_ONLINE_MODE
+ * here. 0 for NULL. */
+DWZ_API uintptr_t dwz_form_window(const dwz_form *form);
+/* For C++ hosts: the form's top-level QWidget (a QDialog). */
+DWZ_API void *dwz_form_widget(const dwz_form *form);
+
 #ifdef __cplusplus
 }
 #endif

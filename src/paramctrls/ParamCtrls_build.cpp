@@ -41,6 +41,16 @@ int leadingNumber(const QString &text)
     return n;
 }
 
+// A field that has the focus is left while it dies: it must no longer be the control's
+// input then, or MyExit would read a half-destroyed widget.
+void dropInput(QWidget *&input, QObject *filter)
+{
+    QWidget *old = input;
+    input = nullptr;
+    if (old) old->removeEventFilter(filter);
+    delete old;
+}
+
 } // namespace
 
 void TParaClass::Loaded()
@@ -122,8 +132,7 @@ void TParaClass::RebuildParaControl()
     const int record = m_table->GetRecNo(GetKoordinate(), false);
     FreeCustomCtrls();
     if (record < 0) {
-        delete m_input;
-        m_input = nullptr;
+        dropInput(m_input, this);
         if (!isDesigning()) {
             hide();
             if (OnVisibleChange) OnVisibleChange(this);
@@ -172,8 +181,7 @@ void TParaClass::readRecord(int record)
 
 void TParaClass::buildInput(int record)
 {
-    delete m_input;
-    m_input = nullptr;
+    dropInput(m_input, this);
     const bool sel = m_table->IstAuswahlParameter(record);
     const bool rueck = m_table->Online() == omRueckdoku;
     if (rueck || (!sel && m_controlType != wctComboDropDown)) {

@@ -1,0 +1,159 @@
+// The demo host's session: wizards through the C host interface with the simulated
+// drive, switches that reach the open wizard, the hidden page rule and the log.
+
+#include "support/testing.h"
+
+#include "HostSession.h"
+#include "paramctrls/ParamCtrls.h"
+#include "wizard/wizSprache.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDeadlineTimer>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTemporaryDir>
+
+using namespace drivewiz;
+using namespace drivewiz::wizhost;
+
+namespace {
+
+class Session : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        options.dataDir = test::sourcePath(QStringLiteral("data/sample"));
+        options.formsDir = test::sourcePath(QStringLiteral("apps/wizhost/forms"));
+        options.logFile = dir.filePath(QStringLiteral("host.log"));
+        session = std::make_unique<HostSession>(options);
+        QString error;
+        ASSERT_TRUE(session->start(error)) << error.toStdString();
+        QObject::connect(session.get(), &HostSession::logLine,
+                         [this](const QString &line) { lines << line; });
+    }
+    void TearDown() override { session.reset(); }
+
+    QDialog *open(Wizard which = Wizard::Setup)
+    {
+        dwz_form *form = session->createWizard(which);
+        if (!form) return nullptr;
+        dwz_form_show(form);
+        QApplication::setActiveWindow(session->openDialog());
+        settle();
+        return session->openDialog();
+    }
+    TParaTable *table() const
+    {
+        return reinterpret_cast<TParaTable *>(dwz_form_table(session->openWizard()));
+    }
+    TParaClass *control(const char *name) const
+    {
+        return session->openDialog()->findChild<TParaClass *>(QLatin1String(name));
+    }
+    static void settle(int milliseconds = 50)
+    {
+        QDeadlineTimer deadline(milliseconds);
+        do {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        } while (!deadline.hasExpired());
+    }
+
+    QTemporaryDir dir;
+    HostOptions options;
+    std::unique_ptr<HostSession> session;
+    QStringList lines;
+};
+
+TEST_F(Session, ModeSwitchReachesTheOpenWizard)
+{
+    ASSERT_NE(open(), nullptr);
+    EXPECT_EQ(table()->Online(), omOffline);
+    session->setOnlineMode(DWZ_ONLINE);
+    settle();
+    EXPECT_EQ(table()->Online(), omOnline);
+    EXPECT_FALSE(session->drive().subscriptions().empty());
+    session->closeWizard();
+    EXPECT_TRUE(session->drive().subscriptions().empty());
+}
+
+TEST_F(Session, SettingsAreRememberedForTheNextWizard)
+{
+    session->setOnlineMode(DWZ_READBACK);
+    session->setUserLevel(4);
+    ASSERT_NE(open(), nullptr);
+    EXPECT_EQ(table()->Online(), omRueckdoku);
+    EXPECT_EQ(table()->UserLevel(), 4);
+    session->setUserLevel(1);
+    EXPECT_EQ(table()->UserLevel(), 1);
+}
+
+TEST_F(Session, OnlyOneWizardAtATime)
+{
+    ASSERT_NE(open(), nullptr);
+    EXPECT_EQ(session->createWizard(Wizard::Overview), nullptr);
+}
+
+TEST_F(Session, HiddenPageFollowsTheEncoderChoice)
+{
+    QDialog *form = open();
+    ASSERT_NE(form, nullptr);
+    QWidget *page = form->findChild<QWidget *>(QStringLiteral("PageHidden"));
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->property("Tag").toInt(), 1); // H40 is "0: inaktiv" in the sample
+    auto *combo = qobject_cast<QComboBox *>(control("P_H40")->GetEditControl());
+    ASSERT_NE(combo, nullptr);
+    combo->showPopup(); // the list is filled when it drops down
+    settle();
+    combo->setCurrentIndex(1);
+    EXPECT_EQ(page->property("Tag").toInt(), 0);
+    combo->setCurrentIndex(0);
+    combo->hidePopup();
+    EXPECT_EQ(page->property("Tag").toInt(), 1);
+}
+
+TEST_F(Session, SavedValuesReachTheLogFile)
+{
+    QDialog *form = open();
+    ASSERT_NE(form, nullptr);
+    form->findChild<QAbstractButton *>(QStringLiteral("BtnOK"))->click();
+    session->closeWizard();
+    settle();
+    EXPECT_TRUE(lines.contains(QStringLiteral("A80 (1) = 1")));
+    const QByteArray file = test::readFile(options.logFile);
+    EXPECT_TRUE(file.contains("A80 (1) = 1\n"));
+    EXPECT_TRUE(file.contains("# wizard closed with OK\n"));
+}
+
+TEST_F(Session, EnabledDriveRefusesWhatTheUserTypes)
+{
+    session->setOnlineMode(DWZ_ONLINE);
+    session->setEnabled(true);
+    ASSERT_NE(open(), nullptr);
+    auto *edit = qobject_cast<QLineEdit *>(control("P_A80")->GetEditControl());
+    edit->setFocus(Qt::TabFocusReason);
+    edit->selectAll();
+    edit->insert(QStringLiteral("99"));
+    edit->clearFocus();
+    settle();
+    EXPECT_TRUE(session->drive().log().isEmpty());
+    ASSERT_EQ(test::recorder().messages().size(), 1);
+    EXPECT_TRUE(test::recorder().messages().first().startsWith(s_FreigabeAus));
+    EXPECT_EQ(edit->text(), QStringLiteral("1"));
+}
+
+TEST_F(Session, MissingFormIsLoggedNotShown)
+{
+    options.formsDir = dir.path();
+    session = std::make_unique<HostSession>(options);
+    QString error;
+    ASSERT_TRUE(session->start(error));
+    EXPECT_EQ(session->createWizard(Wizard::Setup), nullptr);
+    EXPECT_TRUE(test::readFile(options.logFile).contains("# cannot open the wizard:"));
+}
+
+} // namespace
