@@ -437,6 +437,12 @@ void TwizPageControl::BtnMoveBackClick()
 
 void TwizPageControl::Change()
 {
+    // A page made current from outside (setCurrentIndex) gets what MoveTo gives it.
+    if (!m_moving && !isDesigning() && currentWidget()) {
+        MoveTo(currentWidget());
+        if (OnChange) OnChange(this);
+        return;
+    }
     if (!m_moving) UpdateTreeSelection();
     if (isDesigning()) UpdateTabLabels();
     if (OnChange) OnChange(this);

@@ -137,7 +137,7 @@ public:
     void MoveBack(QWidget *page);
     /// Builds or refreshes titles, bevels and next buttons of all pages, then places OK
     /// and Cancel and updates the tree (rebuilt only when asked for, or while designing).
-    void UpdateTabLabels();
+    Q_INVOKABLE void UpdateTabLabels();
     /// Refills the tree with the shown pages when `force` or a rebuild is pending.
     void UpdateTreeView(bool force);
     /// Selects the active page's node without moving pages; reports pages that share the
