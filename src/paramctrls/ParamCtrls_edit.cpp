@@ -44,7 +44,7 @@ QString TParaClass::GetText() const
 void TParaClass::SetText(const QString &text)
 {
     m_previousText = text;
-    if (auto *edit = qobject_cast<QLineEdit *>(m_input))
+    if (qobject_cast<QLineEdit *>(m_input))
         setEditText(text);
     else if (qobject_cast<QComboBox *>(m_input))
         setComboText(text);

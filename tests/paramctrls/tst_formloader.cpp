@@ -61,7 +61,9 @@ TEST_F(FormLoading, RunTimeFormsBindBuildAndStartEqual)
     auto *a10 = f->findChild<TParaClass *>(QStringLiteral("P_A10"));
     auto *a10b = f->findChild<TParaClass *>(QStringLiteral("P_A10b"));
     EXPECT_EQ(a10->GetText(), QStringLiteral("10"));
-    EXPECT_EQ(a10->SameParameterControls().size(), 1);
+    EXPECT_EQ(a10b->GetText(), QStringLiteral("10"));
+    ASSERT_EQ(a10->SameParameterControls().size(), 1);
+    EXPECT_EQ(a10->SameParameterControls().first(), a10b);
     EXPECT_EQ(t->FindParaControl(a10->Q7adr()), a10); // depth first: inside the box first
     EXPECT_FALSE(a10->isLoading());
     EXPECT_EQ(messages(), QStringList());
