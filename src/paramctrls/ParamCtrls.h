@@ -211,7 +211,6 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
-    friend class ParaControlEditing;
     void readRecord(int record);
     void buildInput(int record);
     void buildEdit(int record);

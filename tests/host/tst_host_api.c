@@ -3,22 +3,12 @@
 
 #include "drivewiz/host_api.h"
 
+#include "c_check.h"
+
 #include <pthread.h>
 #include <stdio.h>
 #include <string.h>
 
-static int passed = 0;
-static int failed = 0;
-
-#define CHECK(cond)                                                                         \
-    do {                                                                                    \
-        if (cond) {                                                                         \
-            ++passed;                                                                       \
-        } else {                                                                            \
-            ++failed;                                                                       \
-            fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__, #cond);       \
-        }                                                                                   \
-    } while (0)
 
 static char lastWrite[64];
 static uint32_t lastAddress;
@@ -115,6 +105,5 @@ int main(int argc, char **argv)
     CHECK(dwz_post_message(window, DWZ_MSG_TOOL, 1, 1) == 0);
     dwz_table_destroy(NULL);
 
-    printf("%d passed, %d failed\n", passed, failed);
-    return failed == 0 ? 0 : 1;
+    return check_summary();
 }

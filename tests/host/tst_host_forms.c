@@ -4,21 +4,11 @@
 
 #include "drivewiz/host_api.h"
 
+#include "c_check.h"
+
 #include <stdio.h>
 #include <string.h>
 
-static int passed = 0;
-static int failed = 0;
-
-#define CHECK(cond)                                                                         \
-    do {                                                                                    \
-        if (cond) {                                                                         \
-            ++passed;                                                                       \
-        } else {                                                                            \
-            ++failed;                                                                       \
-            fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__, #cond);       \
-        }                                                                                   \
-    } while (0)
 
 #define ADR_A01 0x01004000u
 #define ADR_A34 0x01088000u
@@ -164,6 +154,5 @@ int main(int argc, char **argv)
     CHECK(dwz_form_result(NULL) == -1 && dwz_form_window(NULL) == 0);
     CHECK(dwz_form_table(NULL) == NULL && dwz_form_show(NULL) == 0);
 
-    printf("%d passed, %d failed\n", passed, failed);
-    return failed == 0 ? 0 : 1;
+    return check_summary();
 }
