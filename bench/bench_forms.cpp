@@ -3,11 +3,11 @@
 // 1,000 controls.
 
 #include "bench_support.h"
+#include "host/wizFormLoader.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/dialogrecorder.h"
 #include "platform/messages.h"
-#include "wizard/wizFormLoader.h"
 
 #include <benchmark/benchmark.h>
 

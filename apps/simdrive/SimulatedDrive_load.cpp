@@ -5,7 +5,7 @@
 #include "paramtable/coordinates.h"
 #include "paramtable/para_import.h"
 #include "platform/textcodec.h"
-#include "tables/Divers.h"
+#include "util/Divers.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,9 +2,9 @@
 
 #include "OverviewForm.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "platform/inifile.h"
-#include "wizard/wizSprache.h"
 
 #include <QAbstractButton>
 #include <QDialog>

@@ -1,6 +1,6 @@
 #include "HostWindow.h"
 
-#include "wizard/wizSprache.h"
+#include "lang/wizSprache.h"
 
 #include <QApplication>
 #include <QButtonGroup>

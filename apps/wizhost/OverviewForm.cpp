@@ -1,8 +1,8 @@
 #include "OverviewForm.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/para_import_werte.h"
-#include "wizard/wizSprache.h"
 
 #include <QFile>
 #include <QRect>

@@ -2,9 +2,9 @@
 
 #include "HostWindow.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "platform/dialogrecorder.h"
-#include "wizard/wizSprache.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -2,10 +2,10 @@
 
 #include "drivewiz/host_api.h"
 
+#include "host/wizFormLoader.h"
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
-#include "wizard/wizFormLoader.h"
-#include "wizard/wizSprache.h"
 
 #include <QAbstractButton>
 #include <QApplication>

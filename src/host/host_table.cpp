@@ -3,7 +3,7 @@
 #include "drivewiz/host_api.h"
 
 #include "paramtable/ParaTable.h"
-#include "tables/Divers.h"
+#include "util/Divers.h"
 
 #include <QFileInfo>
 

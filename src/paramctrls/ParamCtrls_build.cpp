@@ -2,14 +2,14 @@
 
 #include "paramctrls/ParamCtrls.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls_p.h"
 #include "paramtable/coordinates.h"
 #include "platform/convert.h"
 #include "platform/dialogs.h"
-#include "tables/Divers.h"
-#include "wizard/wizCombo.h"
-#include "wizard/wizEdit.h"
-#include "wizard/wizSprache.h"
+#include "util/Divers.h"
+#include "widgets/wizCombo.h"
+#include "widgets/wizEdit.h"
 
 #include <QCheckBox>
 #include <QHash>

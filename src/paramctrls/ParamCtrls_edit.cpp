@@ -3,15 +3,15 @@
 
 #include "paramctrls/ParamCtrls.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls_p.h"
 #include "platform/colors.h"
 #include "platform/convert.h"
 #include "platform/dialogs.h"
 #include "platform/messages.h"
-#include "tables/Divers.h"
-#include "wizard/wizCombo.h"
-#include "wizard/wizEdit.h"
-#include "wizard/wizSprache.h"
+#include "util/Divers.h"
+#include "widgets/wizCombo.h"
+#include "widgets/wizEdit.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -2,13 +2,12 @@
 
 #include "paramtable/ParaTable.h"
 
-#include "paramctrls/ParamCtrls.h"
+#include "lang/wizSprache.h"
 #include "paramtable/coordinates.h"
 #include "platform/dialogs.h"
 #include "platform/inifile.h"
 #include "platform/messages.h"
-#include "tables/Divers.h"
-#include "wizard/wizSprache.h"
+#include "util/Divers.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -87,14 +86,6 @@ void TParaTable::setFont(int which, const QFont &font)
     if (m_fonts[which] == font) return;
     m_fonts[which] = font;
     fontChanged();
-}
-
-void TParaTable::fontChanged()
-{
-    if (isLoading()) return;
-    for (TParaClass *c : paraControls()) {
-        if (c->wizParaSource() == this) c->FontChanged();
-    }
 }
 
 void TParaTable::SetOnlineRefreshRate(int milliseconds)
@@ -215,44 +206,6 @@ void TParaTable::loadAuswahl(const QString &descriptionFile)
         m_auswahl.ImportTable(path);
     else
         m_auswahl.Clear();
-}
-
-QList<TParaClass *> TParaTable::paraControls() const
-{
-    QWidget *form = ownerForm();
-    return form ? form->findChildren<TParaClass *>() : QList<TParaClass *>();
-}
-
-void TParaTable::reportBindError(TParaClass *control, const QString &error)
-{
-    QStringList chain;
-    for (QObject *o = control; o; o = o->parent())
-        chain << (o->objectName().isEmpty() ? QString::fromLatin1(o->metaObject()->className())
-                                            : o->objectName());
-    ShowMessage(QStringLiteral("Fehler in Komponente \"") + control->objectName() +
-                QStringLiteral("\":\r") + error + QStringLiteral("\r") +
-                QStringLiteral("Komponenten-Hierarchie:") + QStringLiteral("\r") +
-                chain.join(QStringLiteral(" <- ")));
-}
-
-void TParaTable::UpdateParaObjects(bool force)
-{
-    for (TParaClass *c : paraControls()) {
-        if (c->wizParaSource() && c->wizParaSource() != this) continue;
-        try {
-            c->SetwizParaSource(this);
-            if (m_descriptionsLoaded || force) {
-                c->RebuildParaControl();
-                c->SucheGleicheParameter();
-            } else {
-                c->update();
-            }
-            c->RefreshVisible();
-            c->MyOnChange();
-        } catch (const std::exception &e) {
-            reportBindError(c, QString::fromUtf8(e.what()));
-        }
-    }
 }
 
 // --- look-up -----------------------------------------------------------------------------

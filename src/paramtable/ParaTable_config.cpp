@@ -3,12 +3,12 @@
 
 #include "paramtable/ParaTable.h"
 
+#include "lang/wizSprache.h"
 #include "platform/dialogs.h"
 #include "platform/inifile.h"
 #include "platform/rtfreader.h"
 #include "platform/textcodec.h"
-#include "tables/Divers.h"
-#include "wizard/wizSprache.h"
+#include "util/Divers.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 
 #include "paramtable/ParaTable.h"
 
+#include "lang/wizDLLDefs.h"
 #include "paramtable/coordinates.h"
 #include "platform/textcodec.h"
-#include "tables/Divers.h"
-#include "wizard/wizDLLDefs.h"
+#include "util/Divers.h"
 
 #include <QRegularExpression>
 

@@ -1,17 +1,17 @@
-// The parameter table's value path: reading and writing through the host, posting,
-// pushed changes (message 0x8006), the online mode (0x8007) and subscriptions.
+// The parameter table's value path: reading and writing through the host, the online
+// mode (0x8007) and subscriptions. What works on the form's controls is in
+// paramctrls/ParaTable_controls.cpp.
 
 #include "paramtable/ParaTable.h"
+#include "paramtable/ParaTable_p.h"
 
-#include "paramctrls/ParamCtrls.h"
-#include "paramctrls/ParamCtrls_p.h"
+#include "lang/wizDLLDefs.h"
+#include "lang/wizSprache.h"
 #include "paramtable/coordinates.h"
 #include "platform/dialogs.h"
 #include "platform/messages.h"
 #include "platform/textcodec.h"
-#include "tables/Divers.h"
-#include "wizard/wizDLLDefs.h"
-#include "wizard/wizSprache.h"
+#include "util/Divers.h"
 
 #include <QCoreApplication>
 
@@ -20,20 +20,6 @@
 
 namespace drivewiz {
 
-namespace {
-
-constexpr qint64 kEchoWindowMs = 250;           // our own write comes back within this time
-constexpr quint32 kReservedFirst = 0x01E08000u; // A898 and its elements ...
-constexpr quint32 kReservedLast = 0x01E0C000u;  // ... up to A899: never looked up
-constexpr qint32 kMaxHostText = 16 * 1024 * 1024;
-
-bool reserved(quint32 address)
-{
-    return address >= kReservedFirst && address <= kReservedLast;
-}
-
-} // namespace
-
 // Asks the host for a text with the two-call protocol. A host answer that cannot be right
 // (a negative or absurd length) is reported once per table and counts as no text; a text
 // shorter than announced, without its zero, or not in UTF-8 is taken as far as it goes.
@@ -41,7 +27,7 @@ QByteArray TParaTable::callText(const std::function<qint32(char *, qint32)> &cal
 {
     ok = false;
     const qint32 needed = call(nullptr, 0);
-    if (needed < 0 || needed > kMaxHostText) {
+    if (needed < 0 || needed > paratable::kMaxHostText) {
         if (!m_hostAnswerReported && !m_busy)
             ShowMessage(QStringLiteral("Fehlerhafte Antwort des Host-Programms: Textlänge ") +
                         QString::number(needed));
@@ -76,28 +62,6 @@ char TParaTable::SetParaValue(quint32 address, const QString &koordinate, const 
     return status;
 }
 
-void TParaTable::PostParaControl(TParaClass *control)
-{
-    if (!control || control->GetwriteLevel() >= 6 || !ParamExists(control->GetKoordinate())) return;
-    const QString previous = control->PreviousText();
-    if (SetParaValue(control->Q7adr(), control->GetKoordinate(), control->GetText()) != 'V') return;
-    const bool saved = m_textRestore;
-    m_textRestore = true;
-    control->SetText(previous);
-    m_textRestore = saved;
-    if (!m_busy)
-        MessageDlg(s_FreigabeAus + QStringLiteral(": ") + control->GetParamName(),
-                   MsgDlgType::Error, mbOK);
-}
-
-void TParaTable::PostAllParams()
-{
-    m_busy = true;
-    for (TParaClass *c : paraControls())
-        PostParaControl(c);
-    m_busy = false;
-}
-
 bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, QString &value,
                                    quint8 &status)
 {
@@ -129,49 +93,7 @@ bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, Q
     return true;
 }
 
-void TParaTable::RefreshParaControl(TParaClass *control, bool fromMessage)
-{
-    if (!control || !m_cb.get_para_value || control->GetParamName() == QLatin1String("???") ||
-        !IsKoordinate(control->GetKoordinate()))
-        return;
-    quint8 status = fromMessage && m_online == omOnline ? 0x88 : 0;
-    QString value;
-    GetFreshParaValue(control->Q7adr(), control->GetKoordinate(), value, status);
-    if (status == 0 && control->GetText() != value) {
-        ++m_refreshing;
-        control->SetText(value);
-        --m_refreshing;
-        if (QWidget *edit = control->GetEditControl()) edit->update();
-        const int row = FindParam(control->GetKoordinate(), control->Achse());
-        if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
-    }
-    control->UpdateEinheit();
-}
-
-void TParaTable::RefreshVisibleParaControl(TParaClass *control)
-{
-    if (control && control->isVisible()) RefreshParaControl(control, false);
-}
-
-void TParaTable::ReadAllParams()
-{
-    UpdateGruppenCSVs(QStringLiteral("P"));
-    UpdateGruppenCSVs(QStringLiteral("Q"));
-    for (TParaClass *c : paraControls())
-        RefreshParaControl(c, false);
-}
-
 // --- subscriptions ---------------------------------------------------------------------
-
-void TParaTable::SubscribeParaControlUpdate(TParaClass *control)
-{
-    if (isDesigning() || !m_cb.subscribe || m_refreshRate == 0 || m_online != omOnline || !control)
-        return;
-    const quint32 address = control->Q7adr();
-    if (std::find(m_updateList.begin(), m_updateList.end(), address) != m_updateList.end()) return;
-    m_cb.subscribe(m_wizardId, address, m_refreshRate);
-    m_updateList.push_back(address);
-}
 
 void TParaTable::UnSubscribeParaControlUpdate(int index)
 {
@@ -190,15 +112,6 @@ void TParaTable::ClearUpdateList()
         UnSubscribeParaControlUpdate(0);
         if (m_updateList.size() == before) // no callback: nothing to cancel at the host
             m_updateList.clear();
-    }
-}
-
-void TParaTable::RegisterOnlineUpdatePars(QWidget *container)
-{
-    if (!container) return;
-    for (TParaClass *c : container->findChildren<TParaClass *>()) {
-        c->RefreshValue();
-        SubscribeParaControlUpdate(c);
     }
 }
 
@@ -222,13 +135,6 @@ bool TParaTable::formHasPageControl() const
     return false;
 }
 
-void TParaTable::rebuildControls()
-{
-    for (TParaClass *c : paraControls()) {
-        if (c->wizParaSource() == this) c->RebuildParaControl();
-    }
-}
-
 void TParaTable::SetOnline(tOnlineModus mode)
 {
     if (m_online == mode) return;
@@ -239,28 +145,6 @@ void TParaTable::SetOnline(tOnlineModus mode)
     rebuildControls();
     if (formHasPageControl()) return; // the page control registers its visible controls itself
     if (mode == omOnline) RegisterOnlineUpdatePars(ownerForm());
-}
-
-// The controls are indexed by address; among several of one address on the form, the
-// first in a depth-first walk of the form counts.
-TParaClass *TParaTable::FindParaControl(quint32 address) const
-{
-    QWidget *form = ownerForm();
-    if (!form) return nullptr;
-    TParaClass *first = nullptr;
-    for (TParaClass *c : paractl::Registry::instance().byAddress(address)) {
-        if (c->window() != form || c->componentState().testFlag(csDestroying)) continue;
-        if (!first || paractl::depthFirstBefore(form, c, first)) first = c;
-    }
-    return first;
-}
-
-// A parameter that serves others as unit changed: their unit labels follow.
-void TParaTable::updateIndirectUnits(const QString &koordinate)
-{
-    if (!m_indirectUnits.contains(koordinate.trimmed(), Qt::CaseInsensitive)) return;
-    for (TParaClass *c : paraControls())
-        c->UpdateEinheit();
 }
 
 void TParaTable::AddIndirectUnitSource(const QString &koordinate)
@@ -276,43 +160,6 @@ void TParaTable::wndProc(uint msg, quintptr wParam, qintptr lParam)
         toolMsg(quint32(wParam), lParam);
     else if (msg == wmToolOnlineMode)
         onlineMsg(wParam);
-}
-
-void TParaTable::toolMsg(quint32 address, qintptr lParam)
-{
-    if (m_busy || m_online != omOnline || (lParam & 1) == 0) return;
-    if (address == m_lastPosted && m_clock() - m_lastPostTime <= kEchoWindowMs) {
-        m_lastPosted = 0; // the echo of our own write
-        return;
-    }
-    QPointer<TParaClass> control = FindParaControl(address);
-    QString koord;
-    int row = -1;
-    if (control) {
-        m_lastPosted = address;
-        RefreshParaControl(control, false);
-        if (control && control->OnChange) control->OnChange(control);
-        if (control) {
-            for (const QPointer<TParaClass> &mirror : control->SameParameterControls()) {
-                if (mirror) mirror->SetText(control->GetText());
-            }
-        }
-        // Pending messages may run here, but only from the outermost refresh: a flood of
-        // pushes must not nest one handler inside the next.
-        if (m_toolMsgDepth == 0) {
-            ++m_toolMsgDepth;
-            QCoreApplication::processEvents();
-            --m_toolMsgDepth;
-        }
-        m_lastPosted = 0;
-    } else if (!reserved(address)) {
-        koord = GetKoordinateAusQ7Adr(address);
-        row = GetRecNo(koord, true);
-    }
-    if (!OnToolMessage || reserved(address)) return;
-    if (koord.isEmpty() && control) koord = control->GetKoordinate();
-    if (row < 0) row = GetRecNo(koord, false);
-    OnToolMessage(address, koord, control, row);
 }
 
 void TParaTable::onlineMsg(quintptr wParam)

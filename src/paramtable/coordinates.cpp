@@ -1,9 +1,9 @@
 #include "paramtable/coordinates.h"
 
+#include "lang/wizSprache.h"
 #include "platform/convert.h"
 #include "platform/dialogs.h"
-#include "tables/Divers.h"
-#include "wizard/wizSprache.h"
+#include "util/Divers.h"
 
 namespace drivewiz {
 

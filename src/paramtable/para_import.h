@@ -2,7 +2,7 @@
 #define DRIVEWIZ_PARAMTABLE_PARA_IMPORT_H
 
 #include "drivewiz_global.h"
-#include "tables/Divers.h"
+#include "util/Divers.h"
 
 #include <QHash>
 #include <QString>

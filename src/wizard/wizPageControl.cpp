@@ -2,14 +2,14 @@
 
 #include "wizard/wizPageControl.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/dialogs.h"
 #include "platform/inifile.h"
 #include "platform/messages.h"
-#include "wizard/wizEdit.h"
+#include "widgets/wizEdit.h"
 #include "wizard/wizPageControl_p.h"
-#include "wizard/wizSprache.h"
 
 #include <QAbstractButton>
 #include <QDynamicPropertyChangeEvent>

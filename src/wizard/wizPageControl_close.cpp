@@ -3,13 +3,13 @@
 
 #include "wizard/wizPageControl.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/dialogs.h"
 #include "platform/screen.h"
-#include "wizard/wizEdit.h"
+#include "widgets/wizEdit.h"
 #include "wizard/wizPageControl_p.h"
-#include "wizard/wizSprache.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -3,10 +3,10 @@
 
 #include "wizard/wizPageControl.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
-#include "wizard/BitMaps.h"
-#include "wizard/wizEdit.h"
-#include "wizard/wizSprache.h"
+#include "widgets/BitMaps.h"
+#include "widgets/wizEdit.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>

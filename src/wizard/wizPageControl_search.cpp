@@ -2,10 +2,10 @@
 
 #include "wizard/wizPageControl.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "platform/dialogs.h"
 #include "wizard/wizPageControl_p.h"
-#include "wizard/wizSprache.h"
 
 #include <QComboBox>
 #include <QKeyEvent>

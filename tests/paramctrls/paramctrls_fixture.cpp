@@ -1,6 +1,6 @@
 #include "paramctrls_fixture.h"
 
-#include "wizard/wizFormLoader.h"
+#include "host/wizFormLoader.h"
 
 using namespace drivewiz;
 

@@ -7,9 +7,9 @@
 #include "support/testing.h"
 
 #include "SimulatedDrive.h"
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
-#include "wizard/wizSprache.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include "paramctrls_fixture.h"
 
+#include "host/wizFormLoader.h"
 #include "platform/component.h"
-#include "wizard/wizEdit.h"
-#include "wizard/wizFormLoader.h"
+#include "widgets/wizEdit.h"
 
 #include <QCheckBox>
 

@@ -3,8 +3,8 @@
 #include "paramctrls_fixture.h"
 
 #include "platform/messages.h"
-#include "wizard/wizCombo.h"
-#include "wizard/wizEdit.h"
+#include "widgets/wizCombo.h"
+#include "widgets/wizEdit.h"
 
 #include <QCheckBox>
 #include <QClipboard>

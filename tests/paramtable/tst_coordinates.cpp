@@ -1,6 +1,6 @@
+#include "lang/wizSprache.h"
 #include "paramtable/coordinates.h"
 #include "support/testing.h"
-#include "wizard/wizSprache.h"
 
 #include <gtest/gtest.h>
 

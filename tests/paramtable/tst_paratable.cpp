@@ -1,11 +1,11 @@
 #include "support/testing.h"
 
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/component.h"
 #include "platform/inifile.h"
 #include "platform/messages.h"
-#include "wizard/wizSprache.h"
 
 #include <gtest/gtest.h>
 

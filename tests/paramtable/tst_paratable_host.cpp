@@ -4,9 +4,9 @@
 #include "support/testing.h"
 
 #include "SimulatedDrive.h"
+#include "lang/wizSprache.h"
 #include "paramtable/ParaTable.h"
 #include "platform/messages.h"
-#include "wizard/wizSprache.h"
 
 #include <gtest/gtest.h>
 

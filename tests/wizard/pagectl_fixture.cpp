@@ -1,10 +1,10 @@
 #include "pagectl_fixture.h"
 
+#include "host/wizFormLoader.h"
+#include "lang/wizSprache.h"
 #include "platform/component.h"
 #include "platform/messages.h"
 #include "platform/screen.h"
-#include "wizard/wizFormLoader.h"
-#include "wizard/wizSprache.h"
 
 #include <QDir>
 #include <QTreeWidgetItemIterator>

@@ -13,7 +13,7 @@
 #include "SimulatedDrive.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
-#include "wizard/wizEdit.h"
+#include "widgets/wizEdit.h"
 #include "wizard/wizPageControl.h"
 
 #include <gtest/gtest.h>

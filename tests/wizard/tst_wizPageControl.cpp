@@ -3,9 +3,9 @@
 
 #include "pagectl_fixture.h"
 
+#include "host/wizFormLoader.h"
 #include "platform/inifile.h"
 #include "platform/screen.h"
-#include "wizard/wizFormLoader.h"
 
 #include <QDialog>
 #include <QTabBar>

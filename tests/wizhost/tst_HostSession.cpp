@@ -4,8 +4,8 @@
 #include "support/testing.h"
 
 #include "HostSession.h"
+#include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
-#include "wizard/wizSprache.h"
 
 #include <gtest/gtest.h>
 

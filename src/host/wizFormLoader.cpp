@@ -1,0 +1,101 @@
+#include "host/wizFormLoader.h"
+
+#include "paramctrls/ParamCtrls.h"
+#include "paramtable/ParaTable.h"
+#include "platform/component.h"
+#include "widgets/wizCombo.h"
+#include "widgets/wizEdit.h"
+#include "wizard/wizPageControl.h"
+
+#include <QFile>
+#include <QPointer>
+
+#include <functional>
+#include <map>
+
+namespace drivewiz {
+
+namespace {
+
+using Factory = std::function<QWidget *(QWidget *)>;
+
+const std::map<QString, Factory> &factories()
+{
+    static const std::map<QString, Factory> map = {
+        {QStringLiteral("TParaTable"), [](QWidget *p) { return new TParaTable(p); }},
+        {QStringLiteral("TParaClass"), [](QWidget *p) { return new TParaClass(p); }},
+        {QStringLiteral("TwizEdit"), [](QWidget *p) { return new TwizEdit(p); }},
+        {QStringLiteral("TwizComboBox"), [](QWidget *p) { return new TwizComboBox(p); }},
+        {QStringLiteral("TwizLabel"), [](QWidget *p) { return new TwizLabel(p); }},
+        {QStringLiteral("TwizButton"), [](QWidget *p) { return new TwizButton(p); }},
+        {QStringLiteral("TMyRadioGroup"), [](QWidget *p) { return new TMyRadioGroup(p); }},
+        {QStringLiteral("TwizPageControl"), [](QWidget *p) { return new TwizPageControl(p); }},
+        {QStringLiteral("TwizTreeView"), [](QWidget *p) { return new TwizTreeView(p); }},
+    };
+    return map;
+}
+
+// Start-up order: tables before the controls that look values up in them, controls
+// before the page controls, trees and frames that arrange them (page controls and trees
+// find each other in either order).
+int startupRank(QWidget *w)
+{
+    if (qobject_cast<TParaTable *>(w)) return 0;
+    if (qobject_cast<TParaClass *>(w)) return 1;
+    return 2;
+}
+
+} // namespace
+
+TwizFormLoader::TwizFormLoader(QObject *parent) : QUiLoader(parent) {}
+
+QStringList TwizFormLoader::libraryClasses()
+{
+    QStringList names;
+    for (const auto &entry : factories())
+        names << entry.first;
+    return names;
+}
+
+QWidget *TwizFormLoader::createWidget(const QString &className, QWidget *parent,
+                                      const QString &name)
+{
+    QString bare = className;
+    bare.remove(QStringLiteral("drivewiz::"));
+    const auto it = factories().find(bare);
+    if (it == factories().end()) return QUiLoader::createWidget(className, parent, name);
+    QWidget *w = it->second(parent);
+    w->setObjectName(name);
+    return w;
+}
+
+QWidget *TwizFormLoader::loadForm(const QString &fileName, QWidget *parent)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) return nullptr;
+    QWidget *form = nullptr;
+    {
+        FormLoadScope scope;
+        form = load(&file, parent);
+    }
+    if (form) CallLoaded(form);
+    return form;
+}
+
+void TwizFormLoader::CallLoaded(QWidget *form)
+{
+    if (!form) return;
+    QList<QWidget *> widgets = form->findChildren<QWidget *>();
+    widgets.prepend(form);
+    std::stable_sort(widgets.begin(), widgets.end(),
+                     [](QWidget *a, QWidget *b) { return startupRank(a) < startupRank(b); });
+    // A component's Loaded() may delete widgets further down the list (rebuilt inputs,
+    // page buttons), so each is checked before its turn.
+    const QList<QPointer<QWidget>> guarded(widgets.begin(), widgets.end());
+    for (const QPointer<QWidget> &w : guarded) {
+        if (auto *component = w ? dynamic_cast<Component *>(w.data()) : nullptr)
+            component->Loaded();
+    }
+}
+
+} // namespace drivewiz

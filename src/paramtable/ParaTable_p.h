@@ -1,0 +1,26 @@
+#ifndef DRIVEWIZ_PARAMTABLE_PARATABLE_P_H
+#define DRIVEWIZ_PARAMTABLE_PARATABLE_P_H
+
+// Constants of the parameter table shared by its files here and in paramctrls/.
+
+#include <QtGlobal>
+
+namespace drivewiz::paratable {
+
+/// A push for the address the table wrote last, less than this many milliseconds after
+/// the write, is the echo of our own write and is dropped.
+constexpr qint64 kEchoWindowMs = 250;
+/// A898 and its elements up to A899 are never looked up.
+constexpr quint32 kReservedFirst = 0x01E08000u;
+constexpr quint32 kReservedLast = 0x01E0C000u;
+/// Longer texts from the host are taken for a broken answer.
+constexpr qint32 kMaxHostText = 16 * 1024 * 1024;
+
+inline bool reservedAddress(quint32 address)
+{
+    return address >= kReservedFirst && address <= kReservedLast;
+}
+
+} // namespace drivewiz::paratable
+
+#endif // DRIVEWIZ_PARAMTABLE_PARATABLE_P_H
