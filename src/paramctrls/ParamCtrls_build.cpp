@@ -231,7 +231,7 @@ void TParaClass::buildBitBoxes()
     for (int i = bits - 1; i >= 0; --i) {
         auto *box = new QCheckBox(this);
         box->setObjectName(objectName() + QLatin1Char('_') + QString::number(i));
-        connect(box, &QCheckBox::clicked, this, [this, box] { myCheckBoxOnClick(box); });
+        connect(box, &QCheckBox::clicked, this, [this, box] { MyCheckBoxOnClick(box); });
         auto *label = new QLabel(QString::number(i), this);
         label->setFont(small);
         label->setAlignment(Qt::AlignCenter);

@@ -282,7 +282,7 @@ bool TParaClass::Focused() const
 
 // --- keys ----------------------------------------------------------------------------------------
 
-void TParaClass::myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
+void TParaClass::MyKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
 {
     if (key == Qt::Key_F2)
         PostValue();
@@ -291,7 +291,7 @@ void TParaClass::myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modi
     if (OnKeyDown) OnKeyDown(sender, key, modifiers);
 }
 
-void TParaClass::myKeyPress(QObject *sender, QChar &key)
+void TParaClass::MyKeyPress(QObject *sender, QChar &key)
 {
     const bool backspace = key == QChar(8);
     if (m_table && m_table->Online() == omOnline && key == QChar(13)) {
@@ -316,7 +316,7 @@ void TParaClass::myKeyPress(QObject *sender, QChar &key)
     if (OnKeyPress && !key.isNull()) OnKeyPress(sender, key);
 }
 
-void TParaClass::myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
+void TParaClass::MyKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
 {
     auto *edit = qobject_cast<QLineEdit *>(m_input);
     if (m_numeric && edit) {
@@ -332,6 +332,44 @@ void TParaClass::myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifi
         }
     }
     if (OnKeyUp) OnKeyUp(sender, key, modifiers);
+}
+
+namespace {
+
+// Tab and Shift+Tab belong to the form: they move the focus and are no input.
+bool isNavigationKey(const QKeyEvent *ke)
+{
+    return (ke->key() == Qt::Key_Tab || ke->key() == Qt::Key_Backtab) &&
+           !(ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
+} // namespace
+
+// The edit field reports its keys down, its characters and its keys up; a selection
+// combo box its keys down; check boxes and radio groups nothing, so Space and the arrows
+// work there as everywhere. Returns true when a handler swallowed the key.
+bool TParaClass::keyPressed(QObject *watched, QKeyEvent *ke)
+{
+    if (watched != m_input || !(qobject_cast<QLineEdit *>(m_input) || qobject_cast<QComboBox *>(m_input)))
+        return false;
+    int key = ke->key();
+    MyKeyDown(watched, key, ke->modifiers());
+    if (key == 0) return true;
+    if (!qobject_cast<QLineEdit *>(m_input) || ke->text().isEmpty() || ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+        return false;
+    QChar c = ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter ? QChar(13)
+              : ke->key() == Qt::Key_Backspace                          ? QChar(8)
+                                                                        : ke->text().at(0);
+    const QChar typed = c;
+    MyKeyPress(watched, c);
+    if (c.isNull()) return true;
+    if (c != typed) {
+        if (auto *edit = qobject_cast<QLineEdit *>(m_input)) {
+            edit->insert(QString(c));
+            return true;
+        }
+    }
+    return false;
 }
 
 bool TParaClass::eventFilter(QObject *watched, QEvent *event)
@@ -353,30 +391,15 @@ bool TParaClass::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::KeyPress: {
         auto *ke = static_cast<QKeyEvent *>(event);
-        int key = ke->key();
-        myKeyDown(watched, key, ke->modifiers());
-        if (key == 0) return true;
-        if (ke->text().isEmpty() || ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
-            break;
-        QChar c = ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter ? QChar(13)
-                  : ke->key() == Qt::Key_Backspace                          ? QChar(8)
-                                                                            : ke->text().at(0);
-        const QChar typed = c;
-        myKeyPress(watched, c);
-        if (c.isNull()) return true;
-        if (c != typed) {
-            if (auto *edit = qobject_cast<QLineEdit *>(m_input)) {
-                edit->insert(QString(c));
-                return true;
-            }
-        }
+        if (!isNavigationKey(ke) && keyPressed(watched, ke)) return true;
         break;
     }
     case QEvent::KeyRelease: {
         auto *ke = static_cast<QKeyEvent *>(event);
-        if (ke->isAutoRepeat()) break;
+        if (ke->isAutoRepeat() || isNavigationKey(ke) || !qobject_cast<QLineEdit *>(m_input))
+            break;
         int key = ke->key();
-        myKeyUp(watched, key, ke->modifiers());
+        MyKeyUp(watched, key, ke->modifiers());
         break;
     }
     default:
@@ -402,7 +425,7 @@ void TParaClass::connectInput()
         box->installEventFilter(this);
 }
 
-void TParaClass::myCheckBoxOnClick(QObject *sender)
+void TParaClass::MyCheckBoxOnClick(QObject *sender)
 {
     Q_UNUSED(sender)
     const int n = int(m_bitBoxes.size());

@@ -173,10 +173,7 @@ bool TwizPageControl::OnFormKeyPress(QKeyEvent *event)
     QWidget *focus = QApplication::focusWidget();
     QLineEdit *edit = pagectl::editOf(focus);
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && edit && edit == m_searchEdit) {
-        SearchBtnClick(); // the search field's own Enter
-        return true;
-    }
+    if (enter && edit && edit == m_searchEdit) return false; // SearchKeyPress takes it
     if (!m_btnCancel) return false;
     const bool undoable = edit && edit->isUndoAvailable();
     switch (event->key()) {
