@@ -243,6 +243,7 @@ private:
     void setRadioText(const QString &text);
     void setEditText(const QString &text);
     bool keyPressed(QObject *watched, QKeyEvent *event);
+    void fillSelectionList();
     void myInfoButtonClick();
     void updateInfoButton();
     void validateNumber();
@@ -296,6 +297,7 @@ private:
     QList<quintptr> m_notify;
     bool m_fromMirror = false;
     bool m_building = false;
+    bool m_closingUp = false;
 };
 
 /// The physical value that corresponds to 16384 counts of a parameter's internal value,

@@ -250,7 +250,11 @@ void TParaClass::buildCombo(int record, bool editable)
     m_input = combo;
     if (m_table->IstAuswahlParameter(record))
         combo->OnDropDown = [this](QObject *) { InitAuswahlListe(true); };
-    combo->OnCloseUp = [this](QObject *sender) { MyExit(sender); };
+    combo->OnCloseUp = [this](QObject *sender) {
+        m_closingUp = true; // closing the list posts even an unchanged choice
+        MyExit(sender);
+        m_closingUp = false;
+    };
     if (!isDesigning()) combo->setToolTip(GetWertebereich(record));
 }
 

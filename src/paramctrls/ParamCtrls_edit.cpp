@@ -265,11 +265,23 @@ void TParaClass::MyExit(QObject *sender)
             index = GetIndexOfValue(items, text.mid(2));
         combo->setCurrentIndex(index);
     }
-    if (m_table->Online() == omOnline && (combo || GetText() != m_entryText)) {
+    // Leaving a combo box by the keyboard or after the wheel posts a changed choice like
+    // an edit; closing its list posts in any case.
+    if (m_table->Online() == omOnline && (m_closingUp || GetText() != m_entryText)) {
         PostValue();
         m_entryText = GetText();
     }
     if (OnExit) OnExit(this);
+}
+
+// A selection combo box holds only its current entry until its list opens. Entering it
+// fills the list, so that the arrow keys, a typed key and the wheel can choose too.
+void TParaClass::fillSelectionList()
+{
+    auto *combo = qobject_cast<TwizComboBox *>(m_input);
+    if (combo && combo->count() < 2 && m_table &&
+        m_table->IstAuswahlParameter(m_table->GetRecNo(GetKoordinate(), false)))
+        InitAuswahlListe(true);
 }
 
 bool TParaClass::Focused() const
@@ -382,11 +394,13 @@ bool TParaClass::eventFilter(QObject *watched, QEvent *event)
         return QFrame::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::FocusIn:
+        // Coming back from the open list must keep the list: the choice is still pending.
+        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+            fillSelectionList();
         MyEnter(watched);
         break;
     case QEvent::FocusOut:
-        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason &&
-            !qobject_cast<TwizComboBox *>(m_input))
+        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
             MyExit(watched);
         break;
     case QEvent::KeyPress: {

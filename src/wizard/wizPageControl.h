@@ -238,6 +238,7 @@ private:
     void presentHit(QWidget *hit, QWidget *rep);
     void flash(QWidget *w, QPalette::ColorRole role, const QList<QColor> &colors);
     void closeForm(int result);
+    void commitFocusedControl();
     void watchForm();
     void storeFormSize();
 

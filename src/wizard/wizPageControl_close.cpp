@@ -80,8 +80,22 @@ void TwizPageControl::watchForm()
 
 // --- OK and Cancel ---------------------------------------------------------------------------
 
+// OK pressed by a key leaves the focused field where it is: what the user typed or chose
+// there is checked and, online, posted now, as leaving the field would.
+void TwizPageControl::commitFocusedControl()
+{
+    QWidget *focus = QApplication::focusWidget();
+    for (QWidget *w = focus; w && w != window(); w = w->parentWidget()) {
+        auto *control = qobject_cast<TParaClass *>(w);
+        if (!control) continue;
+        if (control->Focused()) control->MyExit(focus);
+        return;
+    }
+}
+
 void TwizPageControl::SaveAndClose()
 {
+    commitFocusedControl();
     if (m_table) {
         const bool wasBusy = m_table->Busy();
         m_table->SetBusy(true);
@@ -197,7 +211,10 @@ bool TwizPageControl::OnFormKeyPress(QKeyEvent *event)
         }
         const QString question =
             s_TerminateWiz + QStringLiteral("?\r(") + s_ModifWillRetain + QStringLiteral(")");
-        if (MessageDlg(question, MsgDlgType::Confirmation, mbYesNo) == mrYes) CancelWizard();
+        if (MessageDlg(question, MsgDlgType::Confirmation, mbYesNo) == mrYes) {
+            commitFocusedControl(); // the changes are kept: the focused field's too
+            CancelWizard();
+        }
         return true;
     }
     default:

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QRadioButton>
+#include <QWheelEvent>
 
 using namespace drivewiz;
 
@@ -118,4 +119,41 @@ TEST_F(ParamCtrlKeys, SpaceTicksABitAndPostsOnline)
     EXPECT_TRUE(bit1->isChecked());
     EXPECT_EQ(bits->GetASInteger(), 7);
     EXPECT_EQ(drive.log(), QStringList({"A13 (1) = 00000111bin"}));
+}
+
+// Online, a choice in a combo box reaches the drive however it was made, also when the
+// list never opened.
+TEST_F(ParamCtrlKeys, AChoiceMadeWithoutTheListIsWrittenWhenTheFieldIsLeft)
+{
+    goOnline();
+    TParaClass *sel = control(QStringLiteral("A12"));
+    auto *combo = qobject_cast<TwizComboBox *>(sel->GetEditControl());
+    ASSERT_NE(combo, nullptr);
+    drive.clearLog();
+
+    enter(sel); // arrow key, then Tab away
+    QTest::keyClick(combo, Qt::Key_Down);
+    EXPECT_EQ(sel->GetText(), QStringLiteral("2: auto"));
+    QTest::keyClick(combo, Qt::Key_Tab);
+    EXPECT_EQ(drive.log(), QStringList({"A12 (1) = 2: auto"}));
+
+    enter(sel); // a typed key
+    QTest::keyClick(combo, Qt::Key_0);
+    leave();
+    EXPECT_EQ(drive.log().last(), QStringLiteral("A12 (1) = 0: aus"));
+
+    // The wheel: Qt gives a combo box the focus before the wheel turns it.
+    combo->setFocus(Qt::MouseFocusReason);
+    const QPointF centre = QPointF(combo->rect().center());
+    QWheelEvent wheel(centre, combo->mapToGlobal(centre), QPoint(), QPoint(0, -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(combo, &wheel);
+    EXPECT_EQ(sel->GetText(), QStringLiteral("1: ein"));
+    leave();
+    EXPECT_EQ(drive.log().last(), QStringLiteral("A12 (1) = 1: ein"));
+
+    const int writes = int(drive.log().size());
+    enter(sel); // entering and leaving without a change writes nothing
+    leave();
+    EXPECT_EQ(drive.log().size(), writes);
 }
