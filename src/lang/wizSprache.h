@@ -102,7 +102,16 @@ DRIVEWIZ_EXPORT void ResetCommonStrings();
 /// written back to it (WriteCommonStrings, WriteControls). False by default.
 extern DRIVEWIZ_EXPORT bool WriteWizLang;
 
-/// Full path of the language file "wizling.<language>". When "../WizLingua/wizling.1" or
+/// Names the folder of the language files and of "wiz.cfg" for the whole process, for a
+/// host that keeps them elsewhere than the default search finds them. A relative path is
+/// taken from the current working folder at the call. An empty text goes back to the
+/// default search (below).
+DRIVEWIZ_EXPORT void SetConfigFolder(const QString &folder);
+/// The folder named by SetConfigFolder, as an absolute path; empty when none is named.
+DRIVEWIZ_EXPORT QString ConfigFolder();
+
+/// Full path of the language file "wizling.<language>". With a folder named by
+/// SetConfigFolder the file lies there and `central` is false. Otherwise, when "../WizLingua/wizling.1" or
 /// "../WizLingua/wizling.0" exists as a file, relative to the current working folder, the
 /// central language folder is in use: the result is the cleaned absolute path of
 /// "../WizLingua/wizling.<language>" and `central` is true. Otherwise the file lies in

@@ -106,6 +106,8 @@ public:
     void SetInputFeldHint(const QString &hint);
 
     // --- events --------------------------------------------------------------------------
+    // Each event property holds one handler, as on the drive tool's forms; the signals
+    // below are emitted beside them for any number of listeners.
     NotifyEvent AfterCreate;
     KeyEvent OnKeyDown;
     KeyEvent OnKeyUp;
@@ -219,6 +221,20 @@ public:
     /// The host asks to hide the control: show, disable or hide it per wizToolInvisible.
     void SetToolHidden(bool hidden);
 
+Q_SIGNALS:
+    /// The shown value changed (typed, chosen, set by the program or read from the
+    /// drive); emitted after OnChange with the new text.
+    void valueChanged(const QString &text);
+    /// The enable level was applied (SetEnabled); emitted after OnEnabledChange.
+    void enabledChanged(drivewiz::tParaEnabled level);
+    /// The control was shown or hidden by its wizVisible or its parameter's presence;
+    /// emitted after OnVisibleChange.
+    void visibleChanged(bool visible);
+    /// The input field took the focus; emitted after OnEnter.
+    void entered();
+    /// The input field was left (checked and, online, posted); emitted after OnExit.
+    void left();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -236,6 +252,8 @@ private:
     void connectInput();
     void showBuiltWidgets();
     void takeOverPartnerText();
+    void buildForCoordinate();
+    void fireVisibleChange();
     void applyInputHint(int record);
     void leaveSameParameterLists();
     bool mayPostFromProgram() const;

@@ -99,12 +99,17 @@ void TParaClass::SetKoordinate(const QString &koordinate)
         }
     }
     if (isKoord) {
-        RebuildParaControl();
-        if (!isDesigning()) SucheGleicheParameter();
-        if (!isLoading()) takeOverPartnerText();
+        buildForCoordinate();
     } else if (isDesigning()) {
         SetParamName(QStringLiteral("Unknown Parameter"));
     }
+}
+
+void TParaClass::buildForCoordinate()
+{
+    RebuildParaControl();
+    if (!isDesigning()) SucheGleicheParameter();
+    if (!isLoading()) takeOverPartnerText();
 }
 
 void TParaClass::FreeCustomCtrls()
@@ -126,7 +131,7 @@ void TParaClass::RebuildParaControl()
         return;
     if (isHidden() == m_wizVisible) {
         setVisible(m_wizVisible);
-        if (OnVisibleChange) OnVisibleChange(this);
+        fireVisibleChange();
     }
     if (!m_table) return;
     const int record = m_table->GetRecNo(GetKoordinate(), false);
@@ -135,7 +140,7 @@ void TParaClass::RebuildParaControl()
         dropInput(m_input, this);
         if (!isDesigning()) {
             hide();
-            if (OnVisibleChange) OnVisibleChange(this);
+            fireVisibleChange();
         }
         return;
     }

@@ -209,6 +209,7 @@ void TParaClass::MyOnChange(QObject *sender)
         }
     }
     if (OnChange) OnChange(this);
+    Q_EMIT valueChanged(GetText());
 }
 
 void TParaClass::MyEnter(QObject *sender)
@@ -220,6 +221,7 @@ void TParaClass::MyEnter(QObject *sender)
         if (m_table->TextRestoring() && Focused()) m_table->ClearTextRestore();
     }
     if (OnEnter) OnEnter(this);
+    Q_EMIT entered();
 }
 
 void TParaClass::validateNumber()
@@ -272,6 +274,7 @@ void TParaClass::MyExit(QObject *sender)
         m_entryText = GetText();
     }
     if (OnExit) OnExit(this);
+    Q_EMIT left();
 }
 
 // A selection combo box holds only its current entry until its list opens. Entering it
@@ -519,6 +522,7 @@ void TParaClass::SetEnabled(tParaEnabled level)
         SetCtrlColor();
     }
     if (OnEnabledChange) OnEnabledChange(this);
+    Q_EMIT enabledChanged(m_enableLevel);
 }
 
 void TParaClass::setInputEnabled(bool enabled)

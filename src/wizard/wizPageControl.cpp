@@ -448,12 +448,12 @@ void TwizPageControl::Change()
     // A page made current from outside (setCurrentIndex) gets what MoveTo gives it.
     if (!m_moving && !isDesigning() && currentWidget()) {
         MoveTo(currentWidget());
-        if (OnChange) OnChange(this);
-        return;
+    } else {
+        if (!m_moving) UpdateTreeSelection();
+        if (isDesigning()) UpdateTabLabels();
     }
-    if (!m_moving) UpdateTreeSelection();
-    if (isDesigning()) UpdateTabLabels();
     if (OnChange) OnChange(this);
+    Q_EMIT pageChanged(currentIndex());
 }
 
 // --- tree ----------------------------------------------------------------------------------

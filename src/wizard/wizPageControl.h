@@ -204,7 +204,11 @@ public Q_SLOTS:
     void OnTimerOnline();
 
 Q_SIGNALS:
+    /// OK is saving: emitted after OnBeforeSave, while the table is busy and before the
+    /// values are written.
     void beforeSave();
+    /// Another page became active (after the tree followed); emitted after OnChange.
+    void pageChanged(int index);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

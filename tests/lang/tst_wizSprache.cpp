@@ -33,6 +33,7 @@ protected:
     {
         QDir::setCurrent(previousFolder);
         ResetCommonStrings();
+        SetConfigFolder(QString());
         WriteWizLang = false;
     }
     QString central(const QString &name) const
@@ -74,6 +75,25 @@ TEST_F(LanguageTest, CentralFolderIsFoundByWizling1OrWizling0)
         EXPECT_EQ(GetCFGFileName(), central("wiz.cfg"));
         QFile::remove(markerPath);
     }
+}
+
+TEST_F(LanguageTest, AFolderTheHostNamesWinsUntilItIsCleared)
+{
+    ASSERT_TRUE(test::writeFile(central("wizling.1"), "[ComStr]\n"));
+    QDir(tmp.path()).mkpath(QStringLiteral("host/lang"));
+    QDir::setCurrent(tmp.filePath(QStringLiteral("host")));
+    SetConfigFolder(QStringLiteral("lang")); // relative: from the working folder now
+    QDir::setCurrent(tmp.filePath(QStringLiteral("work")));
+    bool isCentral = true;
+    const QString folder = QDir(tmp.path()).canonicalPath() + QStringLiteral("/host/lang");
+    EXPECT_EQ(ConfigFolder(), folder);
+    EXPECT_EQ(GetIniFileName(2, isCentral), folder + QStringLiteral("/wizling.2"));
+    EXPECT_FALSE(isCentral);
+    EXPECT_EQ(GetCFGFileName(), folder + QStringLiteral("/wiz.cfg"));
+    SetConfigFolder(QStringLiteral("  "));
+    EXPECT_TRUE(ConfigFolder().isEmpty());
+    EXPECT_EQ(GetIniFileName(2, isCentral), central("wizling.2")); // the search again
+    EXPECT_TRUE(isCentral);
 }
 
 TEST_F(LanguageTest, FolderNamedLikeTheMarkerIsNoCentralFolder)
