@@ -165,6 +165,7 @@ void ResetCommonStrings()
 {
     for (const auto &s : kCommonStrings)
         *s.variable = QString::fromUtf8(s.defaultText);
+    detail::applyLanguage(nullptr);
 }
 
 bool WriteWizLang = false;
@@ -267,6 +268,7 @@ void ReadCommonStrings(const IniFile *ini)
         *s.variable = ini->readString(kCommonSection, QString::fromLatin1(s.key),
                                       QString::fromUtf8(s.defaultText));
     }
+    detail::applyLanguage(ini);
 }
 
 void WriteCommonStrings(IniFile *ini)

@@ -96,6 +96,32 @@ DRIVEWIZ_EXPORT const CommonString *commonStrings(int *count);
 /// Puts every common string back to its German default.
 DRIVEWIZ_EXPORT void ResetCommonStrings();
 
+// ---- Qt's own texts ----------------------------------------------------------------------
+//
+// Reading a language file (ReadCommonStrings) also sets the titles of message dialogs from
+// its section "Dialog" (keys "Warning", "Error", "Information", "Confirmation"; German
+// when missing), chooses Qt's translation of its own texts (Yes, No, Cancel, file
+// dialogs) for the file's language, and sends QEvent::LanguageChange to the application,
+// which hands it to every window: the library's components translate themselves again.
+// ResetCommonStrings does the same for German.
+
+/// The locale of a language: key "Locale" of section "Dialog" when the file has it,
+/// else "de" for 1 and "en" for 2; empty for other languages (Qt's English).
+DRIVEWIZ_EXPORT QString LanguageLocale(int language, const IniFile *ini);
+/// Loads Qt's translation "qtbase_<locale>.qm" into the library's translator (installed
+/// once, before any of the host's); an empty locale or a missing file leaves Qt's English.
+/// Returns false when the locale is the one in use.
+DRIVEWIZ_EXPORT bool SelectQtTranslation(const QString &locale);
+/// The locale chosen last (empty: none, Qt's English).
+DRIVEWIZ_EXPORT QString QtTranslationLocale();
+/// Whether Qt's translation for that locale was found.
+DRIVEWIZ_EXPORT bool QtTranslationLoaded();
+/// Where Qt's translations are looked for; empty: Qt's own folder (Debian:
+/// /usr/share/qt6/translations from qt6-translations-l10n).
+DRIVEWIZ_EXPORT void SetQtTranslationsFolder(const QString &folder);
+/// Sends QEvent::LanguageChange to the application, as installing a translator does.
+DRIVEWIZ_EXPORT void NotifyLanguageChange();
+
 // ---- Language and configuration files ------------------------------------------------
 
 /// Set by a hosting development platform: texts missing in the central language file are

@@ -216,8 +216,21 @@ public:
     tParaEnabled GetInitialEnableLevel() const;
     tParaEnabled GetEnabled() const { return m_enableLevel; }
     void SetCtrlColor();
-    /// Shows the parameter's help text in the table's help view.
+    /// Shows the parameter's help in the table's help view: coordinate and name, value
+    /// range (limits as the limit message gives them, with the unit the control shows) and
+    /// default value in the wizard's language, then the host's help text.
     void ShowSelfRTFHelpText();
+    /// The library's part of the help, as rich text (HTML).
+    QString HelpSummary() const;
+    /// The limits as the limit message gives them: "0 % .. 300 %"; empty for a parameter
+    /// without limits or that is no number.
+    QString LimitText() const;
+    /// What a screen reader says after the name: "Wertebereich: 0 ms .. 100 ms", for a
+    /// text its maximum length, else the unit.
+    QString RangeText() const;
+    /// Translates hints, help and accessible texts again from the common strings; runs
+    /// on every QEvent::LanguageChange. Values and names (from the description file) stay.
+    virtual void UpdateLanguage();
     /// The host asks to hide the control: show, disable or hide it per wizToolInvisible.
     void SetToolHidden(bool hidden);
 
@@ -239,6 +252,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void readRecord(int record);
@@ -254,7 +268,7 @@ private:
     void takeOverPartnerText();
     void buildForCoordinate();
     void fireVisibleChange();
-    void applyInputHint(int record);
+    void applyHints(int record);
     void leaveSameParameterLists();
     bool mayPostFromProgram() const;
     bool setComboText(const QString &text);
