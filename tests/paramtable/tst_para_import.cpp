@@ -241,6 +241,7 @@ TEST_F(ImportTableIndex, LookupsWithAndWithoutAxis)
     EXPECT_GE(find("d01", "4"), 0);
     EXPECT_EQ(find("D01", "5"), -1);
     EXPECT_EQ(t.FindParAxUnknown("F07", "2"), find("F07", "0")); // drive-wide row
+    EXPECT_EQ(t.FindParAxUnknown("F07", "$2"), find("F07", "0"));
     EXPECT_EQ(t.FindParAxUnknown("F-7", "1"), -1);
     EXPECT_EQ(t.fGetGruppe(t.FindGruppe("d", "")), QStringLiteral("D"));
     EXPECT_EQ(t.FindGruppe("Z", ""), -1);
