@@ -13,7 +13,9 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -461,4 +463,70 @@ TEST_F(ParaTableForm, ErrorStatusGivesOneBoxAndNoInventedLength)
     EXPECT_EQ(table->FindRecord(QStringLiteral("A20"), QStringLiteral("1"), address), -1);
     ASSERT_EQ(test::recorder().messages().size(), 1);
     EXPECT_TRUE(test::recorder().messages()[0].contains(QStringLiteral("fcbtGetParaInfoStr")));
+}
+
+// What a host or a frame connects to: pushes, mode changes and saves come as signals
+// beside the event property, through the handlers ToolMsg and OnlineMsg.
+TEST_F(ParaTableForm, SignalsBesideTheEventProperty)
+{
+    connectHost();
+    QSignalSpy pushes(table, &TParaTable::toolMessage);
+    QSignalSpy modes(table, &TParaTable::onlineModeChanged);
+    QSignalSpy saves(table, &TParaTable::valuesSaved);
+    int notified = 0;
+    table->OnToolMessage = [&notified](quint32, const QString &, TParaClass *, int) { ++notified; };
+    post(wmToolOnlineMode, omOnline, 0);
+    ASSERT_EQ(modes.size(), 1);
+    EXPECT_EQ(modes[0][0].value<tOnlineModus>(), omOnline);
+    fake.values[kA10] = "120";
+    post(wmToolMessage, kA10, 1);
+    table->ToolMsg(0x05000000, 1); // the handler itself: E00 has no control
+    ASSERT_EQ(pushes.size(), 2);
+    EXPECT_EQ(notified, 2);
+    EXPECT_EQ(pushes[0][0].toUInt(), kA10);
+    EXPECT_EQ(pushes[0][1].toString(), QStringLiteral("A10"));
+    EXPECT_EQ(pushes[0][2].value<TParaClass *>(), a10);
+    EXPECT_EQ(pushes[0][3].toInt(), table->FindParam("A10", "1"));
+    EXPECT_EQ(pushes[1][2].value<TParaClass *>(), nullptr);
+    table->OnlineMsg(omOffline, 0);
+    EXPECT_EQ(modes.size(), 2);
+    table->PostAllParams();
+    EXPECT_EQ(saves.size(), 1);
+}
+
+// A unit taken from another parameter ("<A19>") follows that parameter's pushed value,
+// whether the form shows it or not.
+TEST(ParaTableUnits, IndirectUnitsFollowTheirSource)
+{
+    FakeHost fake;
+    host = &fake;
+    QTemporaryDir dir;
+    const QString params = dir.filePath(QStringLiteral("Parameter.csv"));
+    test::writeFile(params, "Name;Koordinate;Achse;Wert;Art;USS-Adresse /hex;Einheit\r\n"
+                            "Weg;A10;1;5;0;01028000;<A19>\r\n"
+                            "Einheit;A19;1;mm;0;0104C000;\r\n");
+    QWidget form;
+    auto *table = new TParaTable(&form);
+    auto *weg = new TParaClass(&form);
+    weg->SetKoordinate(QStringLiteral("A10"));
+    table->SetParamFileName(params);
+    table->Loaded();
+    ASSERT_NE(weg->unitLabel(), nullptr);
+    EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("mm"));
+    dwz_callbacks cb{};
+    cb.get_para_value = getValue;
+    table->SetCallbacks(cb);
+    table->SetOnline(omOnline);
+    fake.values[kA10] = "5";
+    fake.values[0x0104C000] = "inch";
+    table->ToolMsg(0x0104C000, 1);
+    EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("inch"));
+    auto *einheit = new TParaClass(&form); // now the form shows the source too
+    einheit->SetwizParaSource(table);
+    einheit->SetKoordinate(QStringLiteral("A19"));
+    fake.values[0x0104C000] = "m";
+    table->ToolMsg(0x0104C000, 1);
+    EXPECT_EQ(einheit->GetText(), QStringLiteral("m"));
+    EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("m"));
+    host = nullptr;
 }
