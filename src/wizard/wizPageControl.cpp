@@ -381,14 +381,6 @@ QWidget *TwizPageControl::FindTabSheet(const QString &caption) const
     return nullptr;
 }
 
-bool TwizPageControl::shownBefore(int index) const
-{
-    for (int i = 0; i < index && i < count(); ++i) {
-        if (PageShown(widget(i))) return true;
-    }
-    return false;
-}
-
 bool TwizPageControl::shownAfter(int index) const
 {
     for (int i = index + 1; i < count(); ++i) {
@@ -431,13 +423,14 @@ void TwizPageControl::MoveTo(QWidget *page)
     updateBackButton();
 }
 
-// A hidden first page must not leave a back button that leads nowhere.
+// The back button shows on every page but the first (index 0), hidden or not: with page
+// 0 hidden, page 1 still has a back button, which then finds no page to go back to.
 void TwizPageControl::updateBackButton()
 {
     if (!m_btnBack) return;
-    const bool before = shownBefore(currentIndex());
-    m_btnBack->setEnabled(before);
-    m_btnBack->setVisible(before);
+    const bool first = currentIndex() <= 0;
+    m_btnBack->setEnabled(!first);
+    m_btnBack->setVisible(!first);
 }
 
 void TwizPageControl::BtnMoveNextClick()
