@@ -167,7 +167,7 @@ void TParaTable::updateIndirectUnits(const QString &koordinate)
 void TParaTable::toolMsg(quint32 address, qintptr lParam)
 {
     if (m_busy || m_online != omOnline || (lParam & 1) == 0) return;
-    if (address == m_lastPosted && m_clock() - m_lastPostTime <= paratable::kEchoWindowMs) {
+    if (address == m_lastPosted && m_clock() - m_lastPostTime < paratable::kEchoWindowMs) {
         m_lastPosted = 0; // the echo of our own write
         return;
     }

@@ -4,6 +4,7 @@
 
 #include "lang/wizDLLDefs.h"
 #include "paramtable/coordinates.h"
+#include "platform/convert.h"
 #include "platform/textcodec.h"
 #include "util/Divers.h"
 
@@ -16,7 +17,9 @@ namespace drivewiz {
 // they belong, so the table fills up as controls ask for parameters.
 int TParaTable::fetchDescription(const QString &koordinate, const QString &axis, quint32 &address)
 {
-    address = GetQ7Addresse(koordinate, IsInteger(axis) ? axis.trimmed().toInt() : 0);
+    int ax = 0; // "$2" is axis 2: the test and the value come from one conversion
+    if (!TryStrToInt(axis.trimmed(), ax)) ax = 0;
+    address = GetQ7Addresse(koordinate, ax);
     if (address == 0) return -1;
     if (address == m_lastFetched) return FindParAxUnknown(koordinate, axis);
     quint8 status = 0;

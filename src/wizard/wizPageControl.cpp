@@ -13,6 +13,7 @@
 
 #include <QAbstractButton>
 #include <QDynamicPropertyChangeEvent>
+#include <QKeyEvent>
 #include <QTabBar>
 #include <QTimer>
 
@@ -332,6 +333,9 @@ bool TwizPageControl::eventFilter(QObject *watched, QEvent *event)
         if (m_form->property(ModalResultProperty).toInt() == mrNone)
             m_form->setProperty(ModalResultProperty, int(mrCancel));
         break;
+    case QEvent::KeyPress:
+        if (watched == m_searchEdit && searchKey(static_cast<QKeyEvent *>(event))) return true;
+        break;
     case QEvent::Resize:
     case QEvent::Move:
         if (watched == m_btnBack) UpdateTabLabels(); // the page parts line up with it
@@ -349,6 +353,17 @@ bool TwizPageControl::eventFilter(QObject *watched, QEvent *event)
         break;
     }
     return QTabWidget::eventFilter(watched, event);
+}
+
+// The search field's characters go to SearchKeyPress; true when it swallowed one.
+bool TwizPageControl::searchKey(QKeyEvent *event)
+{
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return false;
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter && event->text().isEmpty()) return false;
+    QChar key = enter ? QChar(13) : event->text().at(0);
+    SearchKeyPress(m_searchEdit, key);
+    return key.isNull();
 }
 
 // --- navigation --------------------------------------------------------------------------

@@ -172,6 +172,9 @@ public:
     bool GetBtnCalcelVisible() const;
     /// The pause between the colours of a flashing hit, 200 ms by default (0 in tests).
     void SetFlashDelay(int milliseconds) { m_flashDelay = milliseconds; }
+    /// A character typed into the search field: Enter (13) searches and is swallowed
+    /// (set to a null character).
+    void SearchKeyPress(QObject *sender, QChar &key);
     /// The form's key preview: Escape and Enter as the wizard handles them. Returns true
     /// when the key was used. Acts only while the Cancel button exists.
     bool OnFormKeyPress(QKeyEvent *event);
@@ -214,6 +217,7 @@ protected:
 private:
     void Change();
     void Resize();
+    bool searchKey(QKeyEvent *event);
     QWidget *buttonHost();
     QRect pageArea() const;
     QPoint backInPage() const;
@@ -234,6 +238,7 @@ private:
     void presentHit(QWidget *hit, QWidget *rep);
     void flash(QWidget *w, QPalette::ColorRole role, const QList<QColor> &colors);
     void closeForm(int result);
+    void commitFocusedControl();
     void watchForm();
     void storeFormSize();
 

@@ -191,7 +191,7 @@ TEST_F(ParaTableForm, EchoOfOwnWriteIsDroppedOnce)
     table->SetOnline(omOnline);
     table->SetParaValue(kA10, QStringLiteral("A10"), QStringLiteral("100"));
     fake.values[kA10] = "111";
-    now += 250;
+    now += 249;
     post(wmToolMessage, kA10, 1);
     EXPECT_EQ(a10->GetText(), QStringLiteral("100")); // our own echo
     post(wmToolMessage, kA10, 1);
@@ -199,7 +199,7 @@ TEST_F(ParaTableForm, EchoOfOwnWriteIsDroppedOnce)
     EXPECT_EQ(a10b->GetText(), QStringLiteral("111")); // the mirror follows
     table->SetParaValue(kA10, QStringLiteral("A10"), QStringLiteral("111"));
     fake.values[kA10] = "112";
-    now += 251; // too late to be an echo
+    now += 250; // an echo comes in less than 250 ms: this is a change
     post(wmToolMessage, kA10, 1);
     EXPECT_EQ(a10->GetText(), QStringLiteral("112"));
     post(wmToolMessage, kA10, 0); // bit 0 clear: not a change
