@@ -43,6 +43,10 @@ Q_ENUM_NS(tParaEnabled)
 enum TPDOReadWrite { PDOread, PDOwrite };
 Q_ENUM_NS(TPDOReadWrite)
 
+/// The kind of a signal-input frame: none, binary input, analog input.
+enum TInputKind { ikNone, ikBE, ikAE };
+Q_ENUM_NS(TInputKind)
+
 } // namespace drivewiz
 
 #endif // DRIVEWIZ_ENUMS_H
