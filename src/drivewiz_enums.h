@@ -43,6 +43,26 @@ Q_ENUM_NS(tParaEnabled)
 enum TPDOReadWrite { PDOread, PDOwrite };
 Q_ENUM_NS(TPDOReadWrite)
 
+/// Which analog output a TAnalogAus frame edits; inactive hides the frame.
+enum TAnalogAusgang { AnalogAus_inaktiv, AnalogAus1, AnalogAus2 };
+Q_ENUM_NS(TAnalogAusgang)
+
+/// The kind of encoder a TEncoderFrame's page and selections describe.
+enum TEncoderType {
+    ttnone,
+    ttIncIn,
+    ttIncOut,
+    ttStepIn,
+    ttStepOut,
+    ttSSIin,
+    ttSSIout,
+    ttSSIslave,
+    ttEndatIn,
+    ttResolverIn,
+    ttSinCosIn
+};
+Q_ENUM_NS(TEncoderType)
+
 } // namespace drivewiz
 
 #endif // DRIVEWIZ_ENUMS_H

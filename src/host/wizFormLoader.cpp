@@ -1,5 +1,8 @@
 #include "host/wizFormLoader.h"
 
+#include "ioframes/AnalogAusgang.h"
+#include "ioframes/DigitalAusgang.h"
+#include "ioframes/HEncoder.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/component.h"
@@ -31,6 +34,9 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TMyRadioGroup"), [](QWidget *p) { return new TMyRadioGroup(p); }},
         {QStringLiteral("TwizPageControl"), [](QWidget *p) { return new TwizPageControl(p); }},
         {QStringLiteral("TwizTreeView"), [](QWidget *p) { return new TwizTreeView(p); }},
+        {QStringLiteral("TAnalogAus"), [](QWidget *p) { return new TAnalogAus(p); }},
+        {QStringLiteral("TDigitalAus"), [](QWidget *p) { return new TDigitalAus(p); }},
+        {QStringLiteral("TEncoderFrame"), [](QWidget *p) { return new TEncoderFrame(p); }},
     };
     return map;
 }
