@@ -1,9 +1,12 @@
 #include "host/wizFormLoader.h"
 
 #include "ioframes/AE.h"
+#include "ioframes/AnalogAusgang.h"
 #include "ioframes/AllInputViewer.h"
 #include "ioframes/BE.h"
 #include "ioframes/BitLeiste.h"
+#include "ioframes/DigitalAusgang.h"
+#include "ioframes/HEncoder.h"
 #include "ioframes/QuellSelectIntro.h"
 #include "ioframes/SystemBEs.h"
 #include "paramctrls/ParamCtrls.h"
@@ -47,6 +50,10 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TAllInputViewer"), [](QWidget *p) { return new TAllInputViewer(p); }},
         {QStringLiteral("TQuellSelektorIntro"),
          [](QWidget *p) { return new TQuellSelektorIntro(p); }},
+        // the output frames
+        {QStringLiteral("TAnalogAus"), [](QWidget *p) { return new TAnalogAus(p); }},
+        {QStringLiteral("TDigitalAus"), [](QWidget *p) { return new TDigitalAus(p); }},
+        {QStringLiteral("TEncoderFrame"), [](QWidget *p) { return new TEncoderFrame(p); }},
     };
     return map;
 }
