@@ -1,8 +1,11 @@
 #include "host/wizFormLoader.h"
 
+#include "paramctrls/ArrayPara.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/component.h"
+#include "tables/ArrayGroups.h"
+#include "widgets/HList.h"
 #include "widgets/wizCombo.h"
 #include "widgets/wizEdit.h"
 #include "wizard/wizPageControl.h"
@@ -31,6 +34,10 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TMyRadioGroup"), [](QWidget *p) { return new TMyRadioGroup(p); }},
         {QStringLiteral("TwizPageControl"), [](QWidget *p) { return new TwizPageControl(p); }},
         {QStringLiteral("TwizTreeView"), [](QWidget *p) { return new TwizTreeView(p); }},
+        // tables and files
+        {QStringLiteral("TArrayGroup"), [](QWidget *p) { return new TArrayGroup(p); }},
+        {QStringLiteral("TArrayPara"), [](QWidget *p) { return new TArrayPara(p); }},
+        {QStringLiteral("THistoryCombo"), [](QWidget *p) { return new THistoryCombo(p); }},
     };
     return map;
 }
