@@ -5,6 +5,8 @@
 #include "paramtable/ParaTable.h"
 #include "platform/component.h"
 #include "tables/ArrayGroups.h"
+#include "tables/ImportOM_CSV.h"
+#include "tables/MeasurementPlot.h"
 #include "widgets/HList.h"
 #include "widgets/wizCombo.h"
 #include "widgets/wizEdit.h"
@@ -38,6 +40,8 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TArrayGroup"), [](QWidget *p) { return new TArrayGroup(p); }},
         {QStringLiteral("TArrayPara"), [](QWidget *p) { return new TArrayPara(p); }},
         {QStringLiteral("THistoryCombo"), [](QWidget *p) { return new THistoryCombo(p); }},
+        {QStringLiteral("TImportOM_CSV"), [](QWidget *p) { return new TImportOM_CSV(p); }},
+        {QStringLiteral("TMeasurementPlot"), [](QWidget *p) { return new TMeasurementPlot(p); }},
     };
     return map;
 }

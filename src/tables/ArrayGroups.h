@@ -2,6 +2,7 @@
 #define DRIVEWIZ_TABLES_ARRAYGROUPS_H
 
 #include "drivewiz_global.h"
+#include "paramtable/ParaTable.h"
 #include "platform/component.h"
 
 #include <QPointer>
@@ -14,7 +15,6 @@
 namespace drivewiz {
 
 class TArrayPara;
-class TParaTable;
 
 /// Array parameters of equal length edited together, one element (a record) at a time.
 ///
