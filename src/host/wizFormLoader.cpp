@@ -9,9 +9,14 @@
 #include "ioframes/HEncoder.h"
 #include "ioframes/QuellSelectIntro.h"
 #include "ioframes/SystemBEs.h"
+#include "paramctrls/ArrayPara.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/component.h"
+#include "tables/ArrayGroups.h"
+#include "tables/ImportOM_CSV.h"
+#include "tables/MeasurementPlot.h"
+#include "widgets/HList.h"
 #include "widgets/wizCombo.h"
 #include "widgets/wizEdit.h"
 #include "wizard/wizPageControl.h"
@@ -54,6 +59,12 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TAnalogAus"), [](QWidget *p) { return new TAnalogAus(p); }},
         {QStringLiteral("TDigitalAus"), [](QWidget *p) { return new TDigitalAus(p); }},
         {QStringLiteral("TEncoderFrame"), [](QWidget *p) { return new TEncoderFrame(p); }},
+        // tables and files
+        {QStringLiteral("TArrayGroup"), [](QWidget *p) { return new TArrayGroup(p); }},
+        {QStringLiteral("TArrayPara"), [](QWidget *p) { return new TArrayPara(p); }},
+        {QStringLiteral("THistoryCombo"), [](QWidget *p) { return new THistoryCombo(p); }},
+        {QStringLiteral("TImportOM_CSV"), [](QWidget *p) { return new TImportOM_CSV(p); }},
+        {QStringLiteral("TMeasurementPlot"), [](QWidget *p) { return new TMeasurementPlot(p); }},
     };
     return map;
 }
