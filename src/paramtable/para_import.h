@@ -184,7 +184,7 @@ private:
     void ensureRows(int rows);
     void reportParse(const ParseReport &report, const QString &fileName) const;
     bool checkMergeTitles(const QString &title, const QString &fileName);
-    bool mergeLineIsNew(const char *line, size_t len, bool cp1252,
+    bool mergeLineIsNew(const importdetail::CsvLineReader &lines, bool cp1252,
                         importdetail::MergeLookup &known) const;
     int findAnyNumber(const char *key, size_t len) const;
     std::pair<int, int> keyWidths(int row) const;

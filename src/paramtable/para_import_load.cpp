@@ -226,7 +226,7 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
         const char *line = lines.line();
         const size_t len = lines.length();
         if (isBlank(line, len)) continue;
-        if (merge && !mergeLineIsNew(line, len, source.cp1252, known)) continue;
+        if (merge && !mergeLineIsNew(lines, source.cp1252, known)) continue;
         if (!appendLine(lines, source.cp1252, report)) break;
         if (merge) known.add(size_t(m_rowCount - 1));
     }
@@ -242,9 +242,10 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
 // else axis) the table holds already is dropped, and so is a repeat within the new file.
 // Looking the key up among the old rows' sorted keys and the new rows' keys gives the
 // same answer as a lookup after every appended line, without rebuilding the index.
-bool TImportTable::mergeLineIsNew(const char *line, size_t len, bool cp1252,
+bool TImportTable::mergeLineIsNew(const importdetail::CsvLineReader &lines, bool cp1252,
                                   importdetail::MergeLookup &known) const
 {
+    const char *line = lines.line();
     // Only the fields up to the coordinate and the second key are needed.
     const int secondColumn = m_colNummer >= 0 ? m_colNummer : m_colAchse;
     const size_t wanted =
@@ -257,7 +258,7 @@ bool TImportTable::mergeLineIsNew(const char *line, size_t len, bool cp1252,
         f = many.data();
     }
     bool unterminated = false;
-    const size_t found = importdetail::scanCsvFields(line, len, m_delimiter, f, wanted, unterminated);
+    const size_t found = lines.scanFields(f, wanted, unterminated);
     const auto text = [&](int column) {
         if (column < 0 || size_t(column) >= found) return QByteArray();
         const char *begin = line + f[column].begin;

@@ -394,18 +394,14 @@ bool CsvLineReader::next()
 
 // Most lines are regular: no blank or delimiter where a field starts, and quotes only
 // around whole fields. Then the fields are what lies between the delimiters (less the
-// quotes), and the copy goes from one delimiter to the next.
-bool CsvLineReader::copyRegular(bool cp1252, char *out, quint32 *starts, size_t columns,
-                                size_t &written) const
+// quotes); `delims` gets the delimiters that end fields.
+bool CsvLineReader::regularLine(quint64 *delims) const
 {
     const char *line = this->line();
     const size_t len = m_len;
     const char delimiter = m_delimiter;
-    // Short copies read 32 bytes: the buffer must go on that far behind the line.
-    if (len == 0 || m_size - m_start < len + 32 || line[0] == delimiter || line[0] == ' ')
-        return false;
+    if (!m_masked || len == 0 || line[0] == delimiter || line[0] == ' ') return false;
     const size_t words = (len + 63) >> 6;
-    quint64 delims[kMaskWords];
     for (size_t i = 0; i < words; ++i)
         delims[i] = m_delims[i];
     BitWalker quotes(m_quotes, words);
@@ -422,6 +418,41 @@ bool CsvLineReader::copyRegular(bool cp1252, char *out, quint32 *starts, size_t 
         if (((delims[i] << 1) | carry) & m_blanks[i]) return false;
         carry = delims[i] >> 63;
     }
+    return true;
+}
+
+size_t CsvLineReader::scanFields(FieldSpan *fields, size_t maxFields, bool &unterminated) const
+{
+    quint64 delims[kMaskWords];
+    if (!regularLine(delims))
+        return scanCsvFields(line(), m_len, m_delimiter, fields, maxFields, unterminated);
+    const size_t words = (m_len + 63) >> 6;
+    size_t from = 0;
+    size_t count = 0;
+    for (size_t word = 0; word < words && count < maxFields; ++word) {
+        for (quint64 bits = delims[word]; bits != 0 && count < maxFields; bits &= bits - 1) {
+            const size_t end = word * 64 + size_t(qCountTrailingZeroBits(bits));
+            const bool quoted = from < end && line()[from] == '"';
+            fields[count++] = FieldSpan{from + quoted, end - quoted};
+            from = end + 1;
+        }
+    }
+    if (count < maxFields && from <= m_len) {
+        const bool quoted = from < m_len && line()[from] == '"';
+        if (from < m_len) fields[count++] = FieldSpan{from + quoted, m_len - quoted};
+    }
+    return count;
+}
+
+bool CsvLineReader::copyRegular(bool cp1252, char *out, quint32 *starts, size_t columns,
+                                size_t &written) const
+{
+    const char *line = this->line();
+    const size_t len = m_len;
+    quint64 delims[kMaskWords];
+    // Short copies read 32 bytes: the buffer must go on that far behind the line.
+    if (m_size - m_start < len + 32 || !regularLine(delims)) return false;
+    const size_t words = (len + 63) >> 6;
     // Fields come in order, so the next byte to convert is tracked alongside.
     BitWalker highBytes(m_highs, cp1252 ? words : 0);
     size_t nextHigh = len;

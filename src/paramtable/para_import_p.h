@@ -115,11 +115,14 @@ public:
     /// kCopySlack bytes. Returns the bytes written.
     size_t copyFields(bool cp1252, char *out, quint32 *starts, size_t columns,
                       bool &unterminated) const;
+    /// The first fields of the current line, as scanCsvFields finds them.
+    size_t scanFields(FieldSpan *fields, size_t maxFields, bool &unterminated) const;
 
 private:
     static constexpr size_t kMaskWords = 8; // lines of up to 512 bytes carry masks
 
     void scanLine();
+    bool regularLine(quint64 *delims) const;
     bool copyRegular(bool cp1252, char *out, quint32 *starts, size_t columns, size_t &written) const;
 
     const char *m_data;

@@ -76,6 +76,14 @@ TEST(ImportTableParsing, LineReaderCopiesFieldsAsExtractCsvWordReadsThem)
                 ASSERT_TRUE(reader.next());
                 const QByteArray line(reader.line(), qsizetype(reader.length()));
                 ASSERT_EQ(line, expected);
+                FieldSpan fast[kColumns], plain[kColumns];
+                bool open = false;
+                const size_t n = reader.scanFields(fast, kColumns, open);
+                ASSERT_EQ(n, scanCsvFields(line.constData(), size_t(line.size()), ';', plain,
+                                           kColumns, open));
+                for (size_t f = 0; f < n; ++f)
+                    ASSERT_TRUE(fast[f].begin == plain[f].begin && fast[f].end == plain[f].end)
+                        << line.toStdString() << " field " << f + 1;
                 QByteArray out(3 * line.size() + int(kCopySlack), '\0');
                 quint32 starts[kColumns + 1];
                 bool unterminated = false;
