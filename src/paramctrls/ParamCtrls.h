@@ -344,6 +344,7 @@ private:
     bool m_building = false;
     bool m_closingUp = false;
     bool m_placing = false;
+    bool m_exiting = false; // MyExit corrects a value and writes it itself
 };
 
 /// The physical value that corresponds to 16384 counts of a parameter's internal value,

@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QToolButton>
 
 #include <cmath>
@@ -120,8 +121,9 @@ bool TParaClass::mayPostFromProgram() const
 {
     // Values the table itself has just read or copied are not written back.
     return m_table && m_table->Online() == omOnline && !m_building && !m_fromMirror &&
-           !m_table->Refreshing() && !Focused() && window() && window()->isVisible() &&
-           componentState() == ComponentState() && !m_table->TextRestoring();
+           !m_table->Refreshing() && !m_exiting && !Focused() && window() &&
+           window()->isVisible() && componentState() == ComponentState() &&
+           !m_table->TextRestoring();
 }
 
 // --- posting ---------------------------------------------------------------------------------
@@ -254,8 +256,12 @@ void TParaClass::MyExit(QObject *sender)
 {
     Q_UNUSED(sender)
     if (!m_input || !m_table) return;
-    if (m_numeric && !qobject_cast<QCheckBox *>(m_input) && !qobject_cast<TMyRadioGroup *>(m_input))
+    if (m_numeric && !qobject_cast<QCheckBox *>(m_input) &&
+        !qobject_cast<TMyRadioGroup *>(m_input)) {
+        // A corrected value is written once, below, not also by the correction itself.
+        const QScopedValueRollback<bool> exiting(m_exiting, true);
         validateNumber();
+    }
     auto *combo = qobject_cast<TwizComboBox *>(m_input);
     if (combo && m_kind == 6) {
         const QStringList items = [combo] {
@@ -275,6 +281,8 @@ void TParaClass::MyExit(QObject *sender)
     if (m_table->Online() == omOnline && (m_closingUp || GetText() != m_entryText)) {
         PostValue();
         m_entryText = GetText();
+    } else if (m_table->Online() != omOnline && GetText() != m_entryText) {
+        m_table->UserEdited(this); // kept until OK or Cancel, whatever the host answers
     }
     if (OnExit) OnExit(this);
     Q_EMIT left();
