@@ -12,6 +12,7 @@ packages=(
   fontconfig fonts-dejavu-core
   xvfb xdotool x11-utils
   python3
+  clang libclang-rt-dev
 )
 
 missing=()
