@@ -5,6 +5,7 @@
 #include "host/host_api_p.h"
 
 #include "lang/wizDLLDefs.h"
+#include "lang/wizSprache.h"
 #include "platform/messages.h"
 
 #include <QApplication>
@@ -59,6 +60,11 @@ int dwz_init(int *argc, char **argv)
     static char *fallbackArgv[] = {name, nullptr};
     new QApplication(argc ? *argc : fallbackArgc, argc ? argv : fallbackArgv);
     return 1;
+}
+
+void dwz_set_config_folder(const char *folder)
+{
+    drivewiz::SetConfigFolder(folder ? QString::fromUtf8(folder) : QString());
 }
 
 void dwz_process_events(int milliseconds)

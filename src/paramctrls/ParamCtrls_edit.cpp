@@ -211,6 +211,7 @@ void TParaClass::MyOnChange(QObject *sender)
         }
     }
     if (OnChange) OnChange(this);
+    Q_EMIT valueChanged(GetText());
 }
 
 void TParaClass::MyEnter(QObject *sender)
@@ -218,10 +219,11 @@ void TParaClass::MyEnter(QObject *sender)
     Q_UNUSED(sender)
     m_entryText = GetText();
     if (m_table) {
-        m_table->ShowRTFHelpText(m_table->GetRTFhelpstring(m_q7adr), m_q7adr);
+        ShowSelfRTFHelpText();
         if (m_table->TextRestoring() && Focused()) m_table->ClearTextRestore();
     }
     if (OnEnter) OnEnter(this);
+    Q_EMIT entered();
 }
 
 void TParaClass::validateNumber()
@@ -280,6 +282,7 @@ void TParaClass::MyExit(QObject *sender)
         m_table->UserEdited(this); // kept until OK or Cancel, whatever the host answers
     }
     if (OnExit) OnExit(this);
+    Q_EMIT left();
 }
 
 // A selection combo box holds only its current entry until its list opens. Entering it
@@ -440,9 +443,13 @@ void TParaClass::connectInput()
         connect(combo, &QComboBox::currentTextChanged, this, [this, combo] { MyOnChange(combo); });
     else if (auto *box = qobject_cast<QCheckBox *>(m_input))
         connect(box, &QCheckBox::toggled, this, [this, box] { MyOnChange(box); });
-    else if (auto *group = qobject_cast<TMyRadioGroup *>(m_input))
+    else if (auto *group = qobject_cast<TMyRadioGroup *>(m_input)) {
         connect(group, &TMyRadioGroup::itemIndexChanged, this,
                 [this, group] { MyOnChange(group); });
+        // The focus sits on the group's buttons: the group reports entering and leaving.
+        connect(group, &TMyRadioGroup::entered, this, [this, group] { MyEnter(group); });
+        connect(group, &TMyRadioGroup::left, this, [this, group] { MyExit(group); });
+    }
     for (QCheckBox *box : std::as_const(m_bitBoxes))
         box->installEventFilter(this);
 }
@@ -459,52 +466,13 @@ void TParaClass::MyCheckBoxOnClick(QObject *sender)
         edit->setText(DecToBin(value, std::max(0, int(Round(std::log2(m_ogw + 1))))));
     if (OnClick) OnClick(this);
     PostValue();
+    m_entryText = GetText(); // posted: moving on to the next bit posts nothing more
 }
 
 void TParaClass::mousePressEvent(QMouseEvent *event)
 {
     QFrame::mousePressEvent(event);
     if (OnClick) OnClick(this);
-}
-
-// --- information parameters and help --------------------------------------------------------
-
-void TParaClass::updateInfoButton()
-{
-    m_infoButton->setProperty("Tag", 0);
-    const QString word = LExtractWord(1, GetText(), TCharSet(" :"), ewMultipleDelim);
-    quint32 address = 0;
-    const int record = m_table ? m_table->FindRecord(word, m_achse, address) : -1;
-    if (record < 0) {
-        m_infoButton->setToolTip(QString());
-        return;
-    }
-    const auto col = [this, record](const char *t) {
-        return m_table->Cell(record, QString::fromLatin1(t));
-    };
-    m_infoButton->setToolTip(s_Koordinate + QStringLiteral(": ") + col("Koordinate") +
-                             QLatin1Char('\n') + col("Name") + QLatin1Char('\n') + s_DatenTyp +
-                             QStringLiteral(": ") + col("Datentyp") + QLatin1Char('\n') +
-                             GetWertebereich(record));
-    m_infoButton->setProperty("Tag", quint32(HexToInt(col("USS-Adresse /hex"))));
-}
-
-// The info button shows the help of the parameter the value names: in the table's help
-// view when the form has one, else as a message with the button's hint.
-void TParaClass::myInfoButtonClick()
-{
-    if (!m_table || !m_infoButton) return;
-    const quint32 address = m_infoButton->property("Tag").toUInt();
-    const QByteArray rtf = address ? m_table->GetRTFhelpstring(address) : QByteArray();
-    if (m_table->RichEditCtrl() && !rtf.isEmpty())
-        m_table->ShowRTFHelpText(rtf, address);
-    else if (!m_infoButton->toolTip().isEmpty())
-        ShowMessage(m_infoButton->toolTip());
-}
-
-void TParaClass::ShowSelfRTFHelpText()
-{
-    if (m_table) m_table->ShowRTFHelpText(m_table->GetRTFhelpstring(m_q7adr), m_q7adr);
 }
 
 // --- enable levels, colours, visibility --------------------------------------------------------
@@ -527,6 +495,7 @@ void TParaClass::SetEnabled(tParaEnabled level)
         SetCtrlColor();
     }
     if (OnEnabledChange) OnEnabledChange(this);
+    Q_EMIT enabledChanged(m_enableLevel);
 }
 
 void TParaClass::setInputEnabled(bool enabled)
