@@ -39,7 +39,7 @@ bool parseOptions(const QStringList &arguments, HostOptions &options, QString &e
     const QCommandLineOption log(QStringLiteral("log"), QStringLiteral("Append the log to a file."),
                                  QStringLiteral("file"));
     const QCommandLineOption open(QStringLiteral("open"),
-                                  QStringLiteral("Open a wizard at start: setup or overview."),
+                                  QStringLiteral("Open a wizard at start: setup, overview or inputs."),
                                   QStringLiteral("wizard"));
     const QCommandLineOption tour(QStringLiteral("tour"),
                                   QStringLiteral("Run the scripted tour, pictures into dir."),
@@ -56,9 +56,10 @@ bool parseOptions(const QStringList &arguments, HostOptions &options, QString &e
     options.open = parser.value(open);
     options.tourDir = parser.value(tour);
     if (!options.open.isEmpty() && options.open != QLatin1String("setup") &&
-        options.open != QLatin1String("overview")) {
+        options.open != QLatin1String("overview") && options.open != QLatin1String("inputs")) {
         error =
-            QStringLiteral("--open takes \"setup\" or \"overview\", not \"%1\"").arg(options.open);
+            QStringLiteral("--open takes \"setup\", \"overview\" or \"inputs\", not \"%1\"")
+                .arg(options.open);
         return false;
     }
     const QStringList rest = parser.positionalArguments();

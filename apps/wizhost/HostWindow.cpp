@@ -1,5 +1,7 @@
 #include "HostWindow.h"
 
+#include "HardwareChooser.h"
+
 #include "lang/wizSprache.h"
 
 #include <QApplication>
@@ -56,8 +58,10 @@ QWidget *HostWindow::buildControls()
     m_btnSetup = named(new QPushButton(QStringLiteral("Drive set-up"), box), "BtnSetup");
     m_btnOverview =
         named(new QPushButton(QStringLiteral("Parameter overview"), box), "BtnOverview");
+    m_btnInputs = named(new QPushButton(QStringLiteral("Inputs"), box), "BtnInputs");
     v->addWidget(m_btnSetup);
     v->addWidget(m_btnOverview);
+    v->addWidget(m_btnInputs);
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
     auto *mv = new QVBoxLayout(modes);
@@ -87,6 +91,8 @@ QWidget *HostWindow::buildControls()
     form->addRow(named(new QLabel(QStringLiteral("User level"), box), "LblUserLevel"), m_level);
     form->addRow(named(new QLabel(QStringLiteral("Language"), box), "LblLanguage"), m_language);
     v->addLayout(form);
+    m_hardware = new HardwareChooser(m_session, box);
+    v->addWidget(m_hardware);
     v->addStretch(1);
     return box;
 }
@@ -122,6 +128,7 @@ void HostWindow::connectSwitches()
 {
     connect(m_btnSetup, &QPushButton::clicked, this, [this] { openWizard(Wizard::Setup); });
     connect(m_btnOverview, &QPushButton::clicked, this, [this] { openWizard(Wizard::Overview); });
+    connect(m_btnInputs, &QPushButton::clicked, this, [this] { openWizard(Wizard::Inputs); });
     connect(m_btnEnable, &QCheckBox::toggled, &m_session, &HostSession::setEnabled);
     connect(m_level, &QSpinBox::valueChanged, &m_session, &HostSession::setUserLevel);
     connect(m_language, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -133,11 +140,11 @@ void HostWindow::connectSwitches()
 void HostWindow::openWizard(Wizard which)
 {
     if (m_session.openWizard()) return;
-    m_btnSetup->setEnabled(false);
-    m_btnOverview->setEnabled(false);
+    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnInputs})
+        b->setEnabled(false);
     m_session.execWizard(which);
-    m_btnSetup->setEnabled(true);
-    m_btnOverview->setEnabled(true);
+    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnInputs})
+        b->setEnabled(true);
 }
 
 // The switches follow the session, whoever changed it (the tour changes it in code).
@@ -167,6 +174,9 @@ void HostWindow::translate()
     m_menuFile->setTitle(m_session.caption(QStringLiteral("cMenuFile"), m_menuFile->title()));
     m_menuHelp->setTitle(m_session.caption(QStringLiteral("cMenuHelp"), m_menuHelp->title()));
     m_quit->setText(m_session.caption(QStringLiteral("cMenuQuit"), m_quit->text()));
+    m_btnInputs->setText(wizReadString(m_session.languageFile(), QStringLiteral("DemoInputs"),
+                                       QStringLiteral("cBtnInputs"), m_btnInputs->text()));
+    m_hardware->translate();
     showSettings();
 }
 
