@@ -261,6 +261,9 @@ void TInput::hookSourceCombo()
     if (!combo || combo == m_hookedCombo) return;
     m_hookedCombo = combo;
     combo->OnDropDown = [this](QObject *) { SourceDropDown(); };
+    // Entering the field fills its list for the arrow keys: it is filled here first, the
+    // same way as for opening (this filter runs before the control's own).
+    combo->installEventFilter(this);
     setTabOrder(CheckBox1, combo);
 }
 
@@ -346,6 +349,9 @@ bool TInput::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == ImgArrow && event->type() == QEvent::MouseButtonRelease && runTime())
         ArrowClick();
+    if (watched == m_hookedCombo && event->type() == QEvent::FocusIn &&
+        static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason && runTime())
+        SourceDropDown();
     return QFrame::eventFilter(watched, event);
 }
 

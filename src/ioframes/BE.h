@@ -155,7 +155,7 @@ private:
     int m_noCareAuswahl = 0;
     int m_savedAuswahl = 0;
     bool m_suppressInViewer = false;
-    QPointer<TwizComboBox> m_hookedCombo;
+    QPointer<QObject> m_hookedCombo; // compared while it dies: no downcast
 };
 
 /// A binary signal input: adds a status lamp that shows the signal's level (offline from

@@ -136,6 +136,17 @@ TEST_F(BinaryInput, PruningCountsFromTheFirstEntrysKeyAndKeepsTheSelection)
     EXPECT_EQ(input->RememberedOptionBoard(), QStringLiteral("KBM 7701"));
 }
 
+TEST_F(BinaryInput, TheKeysChooseOnlyAmongTheFittedInputs)
+{
+    setValue(QStringLiteral("E58"), QStringLiteral("KBM 7700"));
+    TBEinput *input = binaryInput(QStringLiteral("A60"), QStringLiteral("A310"), 0);
+    combo(input)->setFocus(Qt::TabFocusReason); // entering fills the list, pruned
+    EXPECT_EQ(combo(input)->count(), 13);
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(combo(input), Qt::Key_Down);
+    EXPECT_EQ(input->P_Quelle->GetText(), QStringLiteral("12: BE5 invers"));
+}
+
 // The beep counts from (index - 2) div 2, the terminal from (index - 1) div 2: input 6
 // inverted (14) beeps without the option board, input 6 itself (13) does not.
 TEST_F(BinaryInput, WithoutTheBoardInputSixInvertedBeepsButInputSixDoesNot)
