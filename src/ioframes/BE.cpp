@@ -41,7 +41,9 @@ void bringIntoView(QWidget *w)
     for (QWidget *page = w; page; page = page->parentWidget()) {
         auto *stack = qobject_cast<QStackedWidget *>(page->parentWidget());
         auto *tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
-        if (!tabs) continue;
+        // A page in view stays as it is: moving a wizard to its page again would read its
+        // values afresh and drop what the user has changed there.
+        if (!tabs || tabs->currentWidget() == page) continue;
         if (auto *wizard = qobject_cast<TwizPageControl *>(tabs))
             wizard->MoveTo(page);
         else
