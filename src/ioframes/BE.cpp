@@ -288,6 +288,7 @@ void TInput::sourceKeyDown(int &key, Qt::KeyboardModifiers modifiers)
 // input field; the lamp (binary inputs) follows the field, the arrow fills the rest.
 void TInput::UpdateControlsPos()
 {
+    if (isLoading()) return; // once, when loaded
     const int boxWidth = CheckBox1->sizeHint().width();
     const int h = std::max(height(), 28);
     const int paramWidth = m_paramWidth > 0 ? m_paramWidth : m_controlLeft + m_controlWidth + 2;

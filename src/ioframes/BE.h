@@ -183,7 +183,7 @@ public:
     TColor LampColor() const { return m_lampColor; }
     /// The invisible control of the display parameter, "InvisAnzeigePar_" + name (run
     /// time only).
-    TParaClass *InvisAnzeigePar() const { return m_display; }
+    TParaClass *InvisAnzeigePar() const;
     /// The option board the pruning last saw ("?" until then).
     QString RememberedOptionBoard() const { return m_optionBoard; }
     /// Bit bars on the form whose master is wizBusParName.

@@ -99,6 +99,11 @@ void TBitLeiste::SetwizParaControlName(const QString &objectName)
                                                     : nullptr);
 }
 
+TParaClass *TBitLeiste::wizParaControl() const
+{
+    return m_master;
+}
+
 void TBitLeiste::SetwizParaControl(TParaClass *control)
 {
     RemoveMsgHandlerAtSource(m_master);
@@ -194,6 +199,9 @@ int TBitLeiste::boxLeft() const
 
 void TBitLeiste::RebuildBits()
 {
+    // A form file sets caption, first bit and height in turn: the rows are built once,
+    // when it has loaded.
+    if (isLoading() && !isDesigning()) return;
     freeRows();
     m_rows.resize(size_t(m_captions.size()));
     const int ppi = ScreenPixelsPerInch();
