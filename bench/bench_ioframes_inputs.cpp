@@ -2,12 +2,12 @@
 // of bare Qt widgets, and a refresh of the input overview on a form of 500 inputs
 // against a bare depth-first walk of the same form.
 
+#include "SimulatedDrive.h"
 #include "bench_support.h"
 #include "drivewiz/host_api.h"
 #include "ioframes/AllInputViewer.h"
 #include "ioframes/BE.h"
 #include "paramtable/ParaTable.h"
-#include "platform/dialogrecorder.h"
 
 #include <benchmark/benchmark.h>
 
@@ -31,10 +31,26 @@ namespace {
 const QString kSample = QStringLiteral(DRIVEWIZ_SOURCE_DIR "/data/sample/Parameter.csv");
 const QString kInputsUi = QStringLiteral(DRIVEWIZ_SOURCE_DIR "/apps/wizhost/forms/Inputs.ui");
 
+// The demo host's drive and callbacks: descriptions from the file, values from the drive.
+const dwz_callbacks &hostCallbacks()
+{
+    static sim::SimulatedDrive drive;
+    static const dwz_callbacks cb = [] {
+        drive.load(kSample);
+        sim::SimulatedDrive::setCurrent(&drive);
+        dwz_callbacks c = sim::SimulatedDrive::callbacks();
+        c.get_para_info = nullptr;
+        c.get_auswahl_info = nullptr;
+        return c;
+    }();
+    return cb;
+}
+
+// As the demo host opens it: values from the drive, texts from the language file.
 dwz_form *openInputs()
 {
-    dwz_form *form = dwz_form_create(kInputsUi.toUtf8().constData(), nullptr, 4, 2, 1, DWZ_OFFLINE,
-                                     kSample.toUtf8().constData());
+    dwz_form *form = dwz_form_create(kInputsUi.toUtf8().constData(), &hostCallbacks(), 4, 2, 1,
+                                     DWZ_OFFLINE, kSample.toUtf8().constData());
     if (form) dwz_form_show(form);
     QCoreApplication::processEvents(); // polish, lay out and paint the first page
     return form;
@@ -245,11 +261,5 @@ BENCHMARK(BM_FormWalk)->Arg(500)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    setDialogService(std::make_unique<DialogRecorder>());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return drivewiz::bench::runBenchmarks(argc, argv, true);
 }

@@ -55,13 +55,13 @@ QWidget *HostWindow::buildControls()
 {
     auto *box = new QWidget(this);
     auto *v = new QVBoxLayout(box);
-    m_btnSetup = named(new QPushButton(QStringLiteral("Drive set-up"), box), "BtnSetup");
-    m_btnOverview =
-        named(new QPushButton(QStringLiteral("Parameter overview"), box), "BtnOverview");
-    m_btnInputs = named(new QPushButton(QStringLiteral("Inputs"), box), "BtnInputs");
-    v->addWidget(m_btnSetup);
-    v->addWidget(m_btnOverview);
-    v->addWidget(m_btnInputs);
+    for (const WizardInfo &wizard : wizardCatalog()) {
+        auto *button = new QPushButton(wizard.caption, box);
+        button->setObjectName(wizard.captionKey.mid(1)); // "cBtnSetup" names "BtnSetup"
+        connect(button, &QPushButton::clicked, this, [this, id = wizard.id] { openWizard(id); });
+        m_wizardButtons << button;
+        v->addWidget(button);
+    }
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
     auto *mv = new QVBoxLayout(modes);
@@ -126,9 +126,6 @@ void HostWindow::buildMenus()
 
 void HostWindow::connectSwitches()
 {
-    connect(m_btnSetup, &QPushButton::clicked, this, [this] { openWizard(Wizard::Setup); });
-    connect(m_btnOverview, &QPushButton::clicked, this, [this] { openWizard(Wizard::Overview); });
-    connect(m_btnInputs, &QPushButton::clicked, this, [this] { openWizard(Wizard::Inputs); });
     connect(m_btnEnable, &QCheckBox::toggled, &m_session, &HostSession::setEnabled);
     connect(m_level, &QSpinBox::valueChanged, &m_session, &HostSession::setUserLevel);
     connect(m_language, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -140,11 +137,11 @@ void HostWindow::connectSwitches()
 void HostWindow::openWizard(Wizard which)
 {
     if (m_session.openWizard()) return;
-    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnInputs})
-        b->setEnabled(false);
+    for (QPushButton *button : std::as_const(m_wizardButtons))
+        button->setEnabled(false);
     m_session.execWizard(which);
-    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnInputs})
-        b->setEnabled(true);
+    for (QPushButton *button : std::as_const(m_wizardButtons))
+        button->setEnabled(true);
 }
 
 // The switches follow the session, whoever changed it (the tour changes it in code).
@@ -174,8 +171,6 @@ void HostWindow::translate()
     m_menuFile->setTitle(m_session.caption(QStringLiteral("cMenuFile"), m_menuFile->title()));
     m_menuHelp->setTitle(m_session.caption(QStringLiteral("cMenuHelp"), m_menuHelp->title()));
     m_quit->setText(m_session.caption(QStringLiteral("cMenuQuit"), m_quit->text()));
-    m_btnInputs->setText(wizReadString(m_session.languageFile(), QStringLiteral("DemoInputs"),
-                                       QStringLiteral("cBtnInputs"), m_btnInputs->text()));
     m_hardware->translate();
     showSettings();
 }

@@ -93,6 +93,13 @@ DWZ_API int dwz_post_message(uintptr_t window, uint32_t message, uintptr_t wPara
  * that runs the user interface). Returns 1 when it created one. */
 DWZ_API int dwz_init(int *argc, char **argv);
 
+/* Names the folder that holds the language files (wizling.1, wizling.2 ...) and wiz.cfg,
+ * UTF-8; a relative path counts from the current working folder. Call it before
+ * creating tables or forms. NULL or "" goes back to the default search: "../WizLingua/"
+ * from the working folder when it holds wizling.1 or wizling.0, else the program's own
+ * folder. */
+DWZ_API void dwz_set_config_folder(const char *folder);
+
 /* Lets the library handle pending messages for up to `milliseconds`. */
 DWZ_API void dwz_process_events(int milliseconds);
 
@@ -103,6 +110,7 @@ DWZ_API void dwz_process_events(int milliseconds);
 typedef struct dwz_table dwz_table;
 
 DWZ_API dwz_table *dwz_table_create(void);
+/* Frees a table (NULL is ignored). From inside one of its callbacks, as for forms. */
 DWZ_API void dwz_table_destroy(dwz_table *table);
 /* Copies the callbacks (NULL clears them all). */
 DWZ_API void dwz_table_set_callbacks(dwz_table *table, const dwz_callbacks *callbacks);
@@ -165,7 +173,9 @@ DWZ_API int dwz_form_show(dwz_form *form);
  * closed (or for NULL). */
 DWZ_API int dwz_form_result(const dwz_form *form);
 /* Closes and frees the form; subscriptions at the host are cancelled first. Not from
- * inside one of the form's own callbacks. NULL is ignored. */
+ * inside one of the form's own callbacks: a form destroyed there is hidden at once, calls
+ * the host no more, and is freed when the library is done with it; the user is told of
+ * the host's fault. NULL is ignored. */
 DWZ_API void dwz_form_destroy(dwz_form *form);
 /* The handle of the form's parameter table: post DWZ_MSG_TOOL and DWZ_MSG_ONLINE_MODE
  * here. 0 for NULL. */

@@ -2,6 +2,8 @@
 
 #include "drivewiz/host_api.h"
 
+#include "lang/wizDLLDefs.h"
+#include "lang/wizSprache.h"
 #include "platform/messages.h"
 
 #include <QApplication>
@@ -26,6 +28,11 @@ int dwz_init(int *argc, char **argv)
     return 1;
 }
 
+void dwz_set_config_folder(const char *folder)
+{
+    drivewiz::SetConfigFolder(folder ? QString::fromUtf8(folder) : QString());
+}
+
 void dwz_process_events(int milliseconds)
 {
     if (!QCoreApplication::instance()) return;
@@ -33,6 +40,10 @@ void dwz_process_events(int milliseconds)
     do {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     } while (!deadline.hasExpired());
+    // Forms and tables the host freed while the library used them go now, unless this
+    // runs inside a callback (then the library may still be using them).
+    if (drivewiz::HostCallScope::depth() == 0)
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 } // extern "C"

@@ -1,14 +1,22 @@
 #include "host/wizFormLoader.h"
 
 #include "ioframes/AE.h"
+#include "ioframes/AnalogAusgang.h"
 #include "ioframes/AllInputViewer.h"
 #include "ioframes/BE.h"
 #include "ioframes/BitLeiste.h"
+#include "ioframes/DigitalAusgang.h"
+#include "ioframes/HEncoder.h"
 #include "ioframes/QuellSelectIntro.h"
 #include "ioframes/SystemBEs.h"
+#include "paramctrls/ArrayPara.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "platform/component.h"
+#include "tables/ArrayGroups.h"
+#include "tables/ImportOM_CSV.h"
+#include "tables/MeasurementPlot.h"
+#include "widgets/HList.h"
 #include "widgets/wizCombo.h"
 #include "widgets/wizEdit.h"
 #include "wizard/wizPageControl.h"
@@ -47,6 +55,16 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TAllInputViewer"), [](QWidget *p) { return new TAllInputViewer(p); }},
         {QStringLiteral("TQuellSelektorIntro"),
          [](QWidget *p) { return new TQuellSelektorIntro(p); }},
+        // the output frames
+        {QStringLiteral("TAnalogAus"), [](QWidget *p) { return new TAnalogAus(p); }},
+        {QStringLiteral("TDigitalAus"), [](QWidget *p) { return new TDigitalAus(p); }},
+        {QStringLiteral("TEncoderFrame"), [](QWidget *p) { return new TEncoderFrame(p); }},
+        // tables and files
+        {QStringLiteral("TArrayGroup"), [](QWidget *p) { return new TArrayGroup(p); }},
+        {QStringLiteral("TArrayPara"), [](QWidget *p) { return new TArrayPara(p); }},
+        {QStringLiteral("THistoryCombo"), [](QWidget *p) { return new THistoryCombo(p); }},
+        {QStringLiteral("TImportOM_CSV"), [](QWidget *p) { return new TImportOM_CSV(p); }},
+        {QStringLiteral("TMeasurementPlot"), [](QWidget *p) { return new TMeasurementPlot(p); }},
     };
     return map;
 }

@@ -1,6 +1,6 @@
 // Descriptions fetched from the host parameter by parameter.
 
-#include "paramtable/ParaTable.h"
+#include "paramtable/ParaTable_p.h"
 
 #include "lang/wizDLLDefs.h"
 #include "paramtable/coordinates.h"
@@ -24,15 +24,15 @@ int TParaTable::fetchDescription(const QString &koordinate, const QString &axis,
     if (address == m_lastFetched) return FindParAxUnknown(koordinate, axis);
     quint8 status = 0;
     bool ok = false;
-    const QByteArray text = callText(
-        [&](char *buf, qint32 size) {
-            return m_cb.get_para_info(buf, size, m_wizardId, address, &status);
+    const fcbtGetParaInfoStr info = m_cb.get_para_info;
+    const QByteArray text = readHostText(
+        "fcbtGetParaInfoStr",
+        [&](char *buf, qint32 size) { return info(buf, size, m_wizardId, address, &status); },
+        [&](bool) {
+            return checkStatus(status, QStringLiteral("fcbtGetParaInfoStr"), address, koordinate);
         },
         ok);
-    if (!CheckErrCode(m_wizardId, status, QStringLiteral("fcbtGetParaInfoStr"), m_cb.get_error_text,
-                      address, koordinate) ||
-        !ok || text.isEmpty())
-        return -1;
+    if (!ok || text.isEmpty()) return -1;
     QStringList lines =
         decodeText(text).split(QRegularExpression(QStringLiteral("[\r\n]+")), Qt::SkipEmptyParts);
     if (lines.isEmpty()) return -1;

@@ -64,7 +64,7 @@ DRIVEWIZ_EXPORT bool VisibilityControlWords(const TParaTable *table);
 /// a form file, resolved in Loaded(); the pointer setters link at once.
 ///
 /// Choices of ours (details in docs/wizard.md): the wizard starts on the first shown
-/// page and shows the back button only when a shown page comes before; the search skips
+/// page; the search skips
 /// hits on hidden pages; Escape and Enter are previewed for the focused widget of the
 /// form (Enter on a focused push button presses it); OK on a QDialog form accept()s, any
 /// other close goes through close() and the form's property "ModalResult"; the stored
@@ -129,7 +129,7 @@ public:
     QWidget *FindTabSheet(const QString &caption) const;
     /// Makes the page active: the tree follows, its controls are registered for online
     /// updates, its next button shows only when a shown page follows, and the back
-    /// button shows (enabled) only when a shown page comes before it.
+    /// button shows (enabled) unless the page is the first one (index 0).
     void MoveTo(QWidget *page);
     /// The next shown page after `page`, if any (no wrap-around).
     void MoveNext(QWidget *page);
@@ -152,7 +152,9 @@ public:
     /// not default, named, with caption and the kind's icon.
     TwizButton *NewButton(TwizButton *button, TButtonKind kind, const QString &caption,
                           const QString &name);
-    /// Reloads the captions and hints of the buttons from the common strings.
+    /// Reloads the captions and hints of the buttons from the common strings, then the
+    /// form's own texts (section wizIdString of the table's language file), and lets
+    /// titles, tree and online indicator follow. Runs on every QEvent::LanguageChange.
     void UpdateLanguage();
     void Loaded() override;
 
@@ -204,12 +206,17 @@ public Q_SLOTS:
     void OnTimerOnline();
 
 Q_SIGNALS:
+    /// OK is saving: emitted after OnBeforeSave, while the table is busy and before the
+    /// values are written.
     void beforeSave();
+    /// Another page became active (after the tree followed); emitted after OnChange.
+    void pageChanged(int index);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void tabInserted(int index) override;
     void tabRemoved(int index) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -225,7 +232,6 @@ private:
     void updatePage(int n);
     void updateNextButton(int n);
     void updateBackButton();
-    bool shownBefore(int index) const;
     bool shownAfter(int index) const;
     void applyTabVisible();
     void applyBackButton();
@@ -268,6 +274,7 @@ private:
     QPointer<QWidget> m_form;
 
     bool m_loadedOnce = false;
+    bool m_languagePending = false;
     bool m_rebuildTree = false;
     bool m_moving = false;
     bool m_saved = false;

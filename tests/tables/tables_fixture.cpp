@@ -101,6 +101,10 @@ void TablesForm::setWert(const QString &record, const QString &value)
 
 void TablesForm::goOnline(tOnlineModus mode)
 {
-    table->SetCallbacks(sim::SimulatedDrive::callbacks());
+    // Descriptions come from the file, values and writes from the drive.
+    dwz_callbacks cb = sim::SimulatedDrive::callbacks();
+    cb.get_para_info = nullptr;
+    cb.get_auswahl_info = nullptr;
+    table->SetCallbacks(cb);
     table->SetOnline(mode);
 }

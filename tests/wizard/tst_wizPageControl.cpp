@@ -8,6 +8,7 @@
 #include "platform/screen.h"
 
 #include <QDialog>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTimer>
 
@@ -64,12 +65,38 @@ TEST_F(Navigation, TagTwoIsShownAndTagChangesFollow)
     EXPECT_EQ(pc->currentIndex(), 0); // page 1 skipped
 }
 
-TEST_F(Navigation, FirstShownPageStartsAndHasNoBack)
+TEST_F(Navigation, FirstShownPageStartsAndOnlyPageZeroHasNoBack)
 {
     page(0)->setProperty("Tag", 1);
     pc->Loaded();
     EXPECT_EQ(pc->currentIndex(), 1);
-    EXPECT_FALSE(back->isVisible()); // page 0 is hidden: nothing to go back to
+    EXPECT_TRUE(back->isVisible()); // not page 0, though page 0 is hidden
+    EXPECT_TRUE(back->isEnabled());
+    pc->BtnMoveBackClick();
+    EXPECT_EQ(pc->currentIndex(), 1); // there is no shown page to go back to
+    pc->MoveNext(page(1));
+    EXPECT_TRUE(back->isVisible());
+    pc->MoveTo(page(0)); // the host may show a hidden page
+    EXPECT_FALSE(back->isVisible());
+}
+
+TEST_F(Navigation, PageChangesAndSavingAreSignalled)
+{
+    QSignalSpy pages(pc, &TwizPageControl::pageChanged);
+    QSignalSpy saving(pc, &TwizPageControl::beforeSave);
+    int onChange = 0;
+    pc->OnChange = [&](QObject *) { ++onChange; };
+    pc->BtnMoveNextClick();
+    pc->setCurrentIndex(2); // from outside, as a host may do
+    ASSERT_EQ(pages.size(), 2);
+    EXPECT_EQ(pages.at(0).at(0).toInt(), 1);
+    EXPECT_EQ(pages.at(1).at(0).toInt(), 2);
+    EXPECT_EQ(onChange, 2);
+    bool busy = false;
+    QObject::connect(pc, &TwizPageControl::beforeSave, pc, [&] { busy = table->Busy(); });
+    pc->SaveAndClose();
+    EXPECT_EQ(saving.size(), 1);
+    EXPECT_TRUE(busy);
 }
 
 TEST_F(Navigation, TreeListsShownPagesAndMovesThePages)
