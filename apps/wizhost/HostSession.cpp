@@ -166,6 +166,8 @@ QString HostSession::formFile(Wizard which)
 {
     if (which == Wizard::Setup)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
+    if (which == Wizard::Inputs)
+        return QDir(m_options.formsDir).filePath(QStringLiteral("Inputs.ui"));
     if (which != Wizard::Overview) return QString();
     const QString path = m_tempDir.filePath(QStringLiteral("ParameterOverview.ui"));
     QString error;
