@@ -224,6 +224,8 @@ private:
     void takeOverPartnerText();
     void applyInputHint(int record);
     void leaveSameParameterLists();
+    bool takeAutomaticName();
+    void designTimeLoaded();
     bool mayPostFromProgram() const;
     bool setComboText(const QString &text);
     void setRadioText(const QString &text);
