@@ -30,6 +30,9 @@ struct DesignerClass
     Appearance appearance;
     QWidget *(*create)(QWidget *parent);
     const char *toolTip;
+    /// The class under its plain name for forms written without the namespace
+    /// (DesignerAliases.h); null when there is none.
+    QWidget *(*createPlain)(QWidget *parent);
 
     /// The class name without "drivewiz::" ("TParaClass").
     QString name() const;
@@ -41,6 +44,10 @@ struct DesignerClass
 
 /// Every class the plugin offers, in widget box order.
 const std::vector<DesignerClass> &designerClasses();
+
+/// The library class a meta-object belongs to (itself, or the one a plain-name class
+/// derives from); null for other classes.
+const DesignerClass *designerClassOf(const QMetaObject *meta);
 
 /// The properties the library's own classes declare (not those of the Qt classes below).
 QList<QMetaProperty> libraryProperties(const QMetaObject *meta);

@@ -12,19 +12,20 @@
 
 namespace drivewiz::designer {
 
-WidgetPlugin::WidgetPlugin(const DesignerClass &cls, DesignerSession *session, QObject *parent)
-    : QObject(parent), m_class(cls), m_session(session)
-{
-}
+WidgetPlugin::WidgetPlugin(const DesignerClass &cls, DesignerSession *session, bool alias,
+                           QObject *parent)
+    : QObject(parent), m_class(cls), m_session(session), m_alias(alias)
+{}
 
 QString WidgetPlugin::name() const
 {
-    return m_class.qualifiedName();
+    return m_alias ? m_class.name() : m_class.qualifiedName();
 }
 
+// Designer keeps classes of the group "[invisible]" out of the widget box.
 QString WidgetPlugin::group() const
 {
-    return QStringLiteral("drivewiz");
+    return m_alias ? QStringLiteral("[invisible]") : QStringLiteral("drivewiz");
 }
 
 QString WidgetPlugin::toolTip() const
@@ -79,14 +80,15 @@ QWidget *WidgetPlugin::createWidget(QWidget *parent)
 {
     const bool designing =
         !m_session->core() || QDesignerFormWindowInterface::findFormWindow(parent) != nullptr;
+    const auto create = m_alias ? m_class.createPlain : m_class.create;
     QWidget *widget = nullptr;
     if (designing) {
         DesignScope scope;
         FormLoadScope reading;
-        widget = m_class.create(parent);
+        widget = create(parent);
         m_session->startLater(widget);
     } else {
-        widget = m_class.create(parent);
+        widget = create(parent);
     }
     if (m_class.appearance == Appearance::NonVisual) NonVisualBox::decorate(widget, icon());
     return widget;
@@ -109,30 +111,36 @@ QString WidgetPlugin::propertySpecifications() const
 QString WidgetPlugin::domXml() const
 {
     QString pages;
-    if (isContainer())
+    if (isContainer() && !m_alias)
         pages = QStringLiteral("<widget class=\"QWidget\" name=\"TabSheet1\">"
                                "<attribute name=\"title\"><string>TabSheet1</string></attribute>"
                                "</widget>");
+    // The Qt class below the library's: what a form's <extends> names.
+    const QMetaObject *base = m_class.metaObject;
+    while (base && QByteArray(base->className()).startsWith("drivewiz::"))
+        base = base->superClass();
     const QString objectName = m_class.name().mid(1); // TParaClass -> ParaClass
-    return QStringLiteral(
-               "<ui language=\"c++\" displayname=\"%1\">"
-               "<widget class=\"%2\" name=\"%3\">"
-               "<property name=\"geometry\"><rect><x>0</x><y>0</y><width>%4</width>"
-               "<height>%5</height></rect></property>%6</widget>"
-               "<customwidgets><customwidget><class>%2</class>"
-               "<propertyspecifications>%7</propertyspecifications>"
-               "</customwidget></customwidgets></ui>")
+    return QStringLiteral("<ui language=\"c++\" displayname=\"%1\">"
+                          "<widget class=\"%2\" name=\"%3\">"
+                          "<property name=\"geometry\"><rect><x>0</x><y>0</y><width>%4</width>"
+                          "<height>%5</height></rect></property>%6</widget>"
+                          "<customwidgets><customwidget><class>%2</class><extends>%7</extends>"
+                          "<propertyspecifications>%8</propertyspecifications>"
+                          "</customwidget></customwidgets></ui>")
         .arg(m_class.name(), name(), objectName)
         .arg(m_class.size.width())
         .arg(m_class.size.height())
-        .arg(pages, propertySpecifications());
+        .arg(pages, QLatin1String(base ? base->className() : "QWidget"), propertySpecifications());
 }
 
 DesignerPlugins::DesignerPlugins(QObject *parent)
     : QObject(parent), m_session(new DesignerSession(this))
 {
     for (const DesignerClass &cls : designerClasses())
-        m_widgets << new WidgetPlugin(cls, m_session, this);
+        m_widgets << new WidgetPlugin(cls, m_session, false, this);
+    for (const DesignerClass &cls : designerClasses()) {
+        if (cls.createPlain) m_widgets << new WidgetPlugin(cls, m_session, true, this);
+    }
 }
 
 DesignerPlugins::~DesignerPlugins() = default;

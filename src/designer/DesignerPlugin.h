@@ -22,7 +22,10 @@ class WidgetPlugin : public QObject, public QDesignerCustomWidgetInterface
     Q_INTERFACES(QDesignerCustomWidgetInterface)
 
 public:
-    WidgetPlugin(const DesignerClass &cls, DesignerSession *session, QObject *parent);
+    /// An alias has the class name without namespace and no widget box entry: it lets
+    /// Designer open forms written with plain class names ("TParaClass"); they are saved
+    /// with the full name.
+    WidgetPlugin(const DesignerClass &cls, DesignerSession *session, bool alias, QObject *parent);
 
     QString name() const override;
     QString group() const override;
@@ -37,6 +40,7 @@ public:
     QString domXml() const override;
 
     const DesignerClass &designerClass() const { return m_class; }
+    bool isAlias() const { return m_alias; }
 
 private:
     QString propertySpecifications() const;
@@ -44,10 +48,12 @@ private:
     const DesignerClass &m_class;
     DesignerSession *m_session;
     mutable QIcon m_icon;
+    bool m_alias;
     bool m_initialized = false;
 };
 
-/// The plugin: every class of designerClasses() in the group "drivewiz".
+/// The plugin: every class of designerClasses() in the group "drivewiz", each also under
+/// its plain name for older forms.
 class DesignerPlugins : public QObject, public QDesignerCustomWidgetCollectionInterface
 {
     Q_OBJECT

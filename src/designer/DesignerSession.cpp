@@ -34,8 +34,7 @@ class DesignTimeDialogs : public DialogService
 public:
     explicit DesignTimeDialogs(std::unique_ptr<DialogService> asking)
         : m_asking(asking ? std::move(asking) : std::make_unique<QtDialogService>())
-    {
-    }
+    {}
 
     void showMessage(const QString &text) override { log(text); }
     int messageDlg(const QString &text, MsgDlgType type, MsgDlgButtons buttons) override
@@ -116,10 +115,9 @@ void DesignerSession::startPending()
         if (qobject_cast<const TParaClass *>(w)) return 1;
         return 2;
     };
-    std::stable_sort(widgets.begin(), widgets.end(),
-                     [&](const QPointer<QWidget> &a, const QPointer<QWidget> &b) {
-                         return rank(a) < rank(b);
-                     });
+    std::stable_sort(
+        widgets.begin(), widgets.end(),
+        [&](const QPointer<QWidget> &a, const QPointer<QWidget> &b) { return rank(a) < rank(b); });
     QList<QPointer<QDesignerFormWindowInterface>> forms;
     for (const QPointer<QWidget> &widget : std::as_const(widgets)) {
         if (auto *component = widget ? dynamic_cast<Component *>(widget.data()) : nullptr)
@@ -157,7 +155,7 @@ int DesignerSession::reportChanges(QDesignerFormWindowInterface *form)
     widgets.prepend(form->mainContainer());
     int marked = 0;
     for (QWidget *widget : std::as_const(widgets)) {
-        const QVariantMap defaults = defaultValues(QLatin1String(widget->metaObject()->className()));
+        const QVariantMap defaults = defaultValues(widget->metaObject());
         if (defaults.isEmpty() || !form->isManaged(widget)) continue;
         auto *sheet =
             qt_extension<QDesignerPropertySheetExtension *>(m_core->extensionManager(), widget);
@@ -174,19 +172,18 @@ int DesignerSession::reportChanges(QDesignerFormWindowInterface *form)
     return marked;
 }
 
-QVariantMap DesignerSession::defaultValues(const QString &className)
+QVariantMap DesignerSession::defaultValues(const QMetaObject *meta)
 {
-    static QHash<QString, QVariantMap> cache;
-    const auto cached = cache.constFind(className);
+    static QHash<const QMetaObject *, QVariantMap> cache;
+    const DesignerClass *cls = designerClassOf(meta);
+    if (!cls) return {};
+    const auto cached = cache.constFind(cls->metaObject);
     if (cached != cache.cend()) return *cached;
     QVariantMap values;
-    for (const DesignerClass &cls : designerClasses()) {
-        if (cls.qualifiedName() != className) continue;
-        const std::unique_ptr<QWidget> widget(cls.create(nullptr));
-        for (const QMetaProperty &p : libraryProperties(cls.metaObject))
-            values.insert(QLatin1String(p.name()), p.read(widget.get()));
-    }
-    cache.insert(className, values);
+    const std::unique_ptr<QWidget> widget(cls->create(nullptr));
+    for (const QMetaProperty &p : libraryProperties(cls->metaObject))
+        values.insert(QLatin1String(p.name()), p.read(widget.get()));
+    cache.insert(cls->metaObject, values);
     return values;
 }
 

@@ -42,9 +42,9 @@ public:
     /// new widget's (see above). Returns how many were newly marked.
     int reportChanges(QDesignerFormWindowInterface *form);
 
-    /// The library properties of a widget of `className` as created at run time; empty
-    /// for a class the plugin does not know.
-    static QVariantMap defaultValues(const QString &className);
+    /// The library properties of a new widget of the library class `meta` belongs to, as
+    /// created at run time; empty for a class the plugin does not know.
+    static QVariantMap defaultValues(const QMetaObject *meta);
 
 private:
     void startPending();

@@ -45,8 +45,8 @@ void NonVisualBox::paint(QWidget *widget) const
     const QRect text = r.adjusted(iconRect.right() + 4, 2, -3, -2);
     if (text.width() <= 0) return;
     const QFontMetrics fm(widget->font());
-    const QString cls = QString::fromLatin1(widget->metaObject()->className())
-                            .remove(QStringLiteral("drivewiz::"));
+    const QString cls =
+        QString::fromLatin1(widget->metaObject()->className()).remove(QStringLiteral("drivewiz::"));
     QFont bold = widget->font();
     bold.setBold(true);
     p.setPen(pal.color(QPalette::Text));
@@ -56,8 +56,10 @@ void NonVisualBox::paint(QWidget *widget) const
                QFontMetrics(bold).elidedText(widget->objectName(), Qt::ElideRight, text.width()));
     p.setFont(widget->font());
     p.setPen(pal.color(QPalette::PlaceholderText));
-    const QRect lower(text.left(), upper.bottom() + 1, text.width(), text.height() - upper.height());
-    p.drawText(lower, Qt::AlignLeft | Qt::AlignTop, fm.elidedText(cls, Qt::ElideRight, text.width()));
+    const QRect lower(text.left(), upper.bottom() + 1, text.width(),
+                      text.height() - upper.height());
+    p.drawText(lower, Qt::AlignLeft | Qt::AlignTop,
+               fm.elidedText(cls, Qt::ElideRight, text.width()));
 }
 
 } // namespace drivewiz::designer

@@ -8,8 +8,7 @@ namespace drivewiz::designer {
 
 PageControlContainer::PageControlContainer(TwizPageControl *pages, QObject *parent)
     : QObject(parent), m_pages(pages)
-{
-}
+{}
 
 // The first caption "TabSheet<n>" no page has yet, n counting from the page count + 1.
 QString PageControlContainer::newCaption() const
@@ -68,8 +67,7 @@ QWidget *PageControlContainer::widget(int index) const
 
 PageControlContainerFactory::PageControlContainerFactory(QExtensionManager *parent)
     : QExtensionFactory(parent)
-{
-}
+{}
 
 QObject *PageControlContainerFactory::createExtension(QObject *object, const QString &iid,
                                                       QObject *parent) const

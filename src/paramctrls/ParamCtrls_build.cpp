@@ -107,8 +107,7 @@ void TParaClass::SetKoordinate(const QString &koordinate)
 bool TParaClass::takeAutomaticName()
 {
     const QString koordinate = GetKoordinate();
-    if (!isDesigning() || !m_table || m_noAutomNameChange || !IsKoordinate(koordinate))
-        return true;
+    if (!isDesigning() || !m_table || m_noAutomNameChange || !IsKoordinate(koordinate)) return true;
     QString name = QStringLiteral("P_") + koordinate;
     name.replace(QLatin1Char('.'), QLatin1Char('_'));
     if (objectName() == name) return true;

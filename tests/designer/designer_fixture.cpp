@@ -11,7 +11,8 @@ QDesignerCustomWidgetCollectionInterface *designerPlugins()
 {
     static QPluginLoader loader(QStringLiteral(DRIVEWIZ_DESIGNER_PLUGIN));
     auto *plugins = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(loader.instance());
-    if (!plugins) ADD_FAILURE() << "the plugin does not load: " << loader.errorString().toStdString();
+    if (!plugins)
+        ADD_FAILURE() << "the plugin does not load: " << loader.errorString().toStdString();
     return plugins;
 }
 

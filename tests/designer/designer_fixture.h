@@ -34,8 +34,7 @@ protected:
 
     /// A widget of the class made by the plugin on `parent` (the form by default); it
     /// starts up when startUp() runs, as in Designer after a drop.
-    template <class T>
-    T *design(const QString &className, QWidget *parent = nullptr)
+    template <class T> T *design(const QString &className, QWidget *parent = nullptr)
     {
         return qobject_cast<T *>(designWidget(className, parent));
     }

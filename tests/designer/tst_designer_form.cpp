@@ -92,13 +92,16 @@ void runEvents()
 class DesignerForm : public testing::Test
 {
 protected:
-    void SetUp() override
+    void SetUp() override { open(formXml()); }
+
+    void open(const QString &xmlText)
     {
         core = designerCore();
+        if (form) TearDown();
         form = core->formWindowManager()->createFormWindow(nullptr);
         core->formWindowManager()->setActiveFormWindow(form);
         QString error;
-        QByteArray xml = formXml().toUtf8();
+        QByteArray xml = xmlText.toUtf8();
         QBuffer buffer(&xml);
         buffer.open(QIODevice::ReadOnly);
         ASSERT_TRUE(form->setContents(&buffer, &error)) << error.toStdString();
@@ -108,10 +111,10 @@ protected:
     {
         core->formWindowManager()->removeFormWindow(form);
         delete form;
+        form = nullptr;
     }
 
-    template <class T>
-    T *find(const QString &name) const
+    template <class T> T *find(const QString &name) const
     {
         return form->mainContainer()->findChild<T *>(name);
     }
@@ -216,12 +219,45 @@ TEST_F(DesignerForm, DrawnFormLoadsBackWithIdenticalProperties)
         EXPECT_EQ(read.value(it.key()), it.value()) << it.key().toStdString();
 }
 
+QStringList g_warnings;
+
+TEST_F(DesignerForm, FormWithPlainClassNamesOpensWithTheWidgetsAndKeepsItsNames)
+{
+    g_warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &text) { g_warnings << text; });
+    open(formXml().remove(QStringLiteral("drivewiz::")));
+    qInstallMessageHandler(previous);
+    EXPECT_TRUE(g_warnings.filter(QStringLiteral("mismatch")).isEmpty())
+        << g_warnings.join('\n').toStdString();
+    auto *speed = find<TParaClass>(QStringLiteral("Speed"));
+    ASSERT_NE(speed, nullptr);
+    EXPECT_STREQ(speed->metaObject()->className(), "TParaClass");
+    EXPECT_NE(speed->GetEditControl(), nullptr) << "the control shows its parameter";
+    EXPECT_NE(find<TwizPageControl>(QStringLiteral("Pages")), nullptr);
+
+    form->cursor()->setWidgetProperty(speed, QStringLiteral("wizKoordinate"),
+                                      QStringLiteral("I12"));
+    runEvents();
+    EXPECT_EQ(speed->objectName(), QLatin1String("P_I12")) << "a new coordinate, a new name";
+    QString saved;
+    const std::unique_ptr<QWidget> loaded = saveAndLoad(&saved);
+    EXPECT_FALSE(saved.contains(QLatin1String("class=\"drivewiz::"))) << saved.toStdString();
+    EXPECT_TRUE(
+        saved.contains(QLatin1String("<class>TParaClass</class>\n   <extends>QFrame</extends>")))
+        << saved.toStdString();
+    EXPECT_TRUE(saved.contains(QLatin1String("<widget class=\"TParaClass\" name=\"P_I12\">")));
+    ASSERT_NE(loaded, nullptr);
+    auto *read = loaded->findChild<TParaClass *>(QStringLiteral("P_I12"));
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(read->GetKoordinate(), QLatin1String("I12"));
+}
+
 TEST_F(DesignerForm, PagesAreAddedAndRemovedThroughTheContainerExtension)
 {
     auto *pages = find<TwizPageControl>(QStringLiteral("Pages"));
     ASSERT_NE(pages, nullptr);
-    auto *container =
-        qt_extension<QDesignerContainerExtension *>(core->extensionManager(), pages);
+    auto *container = qt_extension<QDesignerContainerExtension *>(core->extensionManager(), pages);
     ASSERT_NE(container, nullptr);
     EXPECT_STREQ(dynamic_cast<QObject *>(container)->metaObject()->className(),
                  "drivewiz::designer::PageControlContainer");
