@@ -13,67 +13,23 @@
 #include "widgets/wizEdit.h"
 #include "wizard/wizPageControl.h"
 
-class TParaTable : public drivewiz::TParaTable
-{
-    Q_OBJECT
-public:
-    using drivewiz::TParaTable::TParaTable;
-};
+// moc expands the macro, so each plain name is one line.
+#define DRIVEWIZ_PLAIN_NAME(Name)                                                                  \
+    class Name : public drivewiz::Name                                                             \
+    {                                                                                              \
+        Q_OBJECT                                                                                   \
+    public:                                                                                        \
+        using drivewiz::Name::Name;                                                                \
+    };
 
-class TParaClass : public drivewiz::TParaClass
-{
-    Q_OBJECT
-public:
-    using drivewiz::TParaClass::TParaClass;
-};
-
-class TwizPageControl : public drivewiz::TwizPageControl
-{
-    Q_OBJECT
-public:
-    using drivewiz::TwizPageControl::TwizPageControl;
-};
-
-class TwizTreeView : public drivewiz::TwizTreeView
-{
-    Q_OBJECT
-public:
-    using drivewiz::TwizTreeView::TwizTreeView;
-};
-
-class TwizEdit : public drivewiz::TwizEdit
-{
-    Q_OBJECT
-public:
-    using drivewiz::TwizEdit::TwizEdit;
-};
-
-class TwizComboBox : public drivewiz::TwizComboBox
-{
-    Q_OBJECT
-public:
-    using drivewiz::TwizComboBox::TwizComboBox;
-};
-
-class TwizLabel : public drivewiz::TwizLabel
-{
-    Q_OBJECT
-public:
-    using drivewiz::TwizLabel::TwizLabel;
-};
-
-class TwizButton : public drivewiz::TwizButton
-{
-    Q_OBJECT
-public:
-    using drivewiz::TwizButton::TwizButton;
-};
-
-class TMyRadioGroup : public drivewiz::TMyRadioGroup
-{
-    Q_OBJECT
-public:
-    using drivewiz::TMyRadioGroup::TMyRadioGroup;
-};
+DRIVEWIZ_PLAIN_NAME(TParaTable)
+DRIVEWIZ_PLAIN_NAME(TParaClass)
+DRIVEWIZ_PLAIN_NAME(TwizPageControl)
+DRIVEWIZ_PLAIN_NAME(TwizTreeView)
+DRIVEWIZ_PLAIN_NAME(TwizEdit)
+DRIVEWIZ_PLAIN_NAME(TwizComboBox)
+DRIVEWIZ_PLAIN_NAME(TwizLabel)
+DRIVEWIZ_PLAIN_NAME(TwizButton)
+DRIVEWIZ_PLAIN_NAME(TMyRadioGroup)
 
 #endif // DRIVEWIZ_DESIGNER_DESIGNERALIASES_H
