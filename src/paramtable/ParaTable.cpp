@@ -20,7 +20,7 @@
 namespace drivewiz {
 
 TParaTable::TParaTable(QWidget *parent)
-    : QWidget(parent), m_buffer(500, '\0'), m_window(new MessageWindow(this)),
+    : QWidget(parent), m_window(new MessageWindow(this)),
       m_clock([] { return QDateTime::currentMSecsSinceEpoch(); })
 {
     setObjectName(QStringLiteral("ParaTable"));
@@ -301,11 +301,10 @@ const quint32 *const crc_table = reinterpret_cast<const quint32 *>(get_crc_table
 bool crc_check(quint32 &crc, quint32 expected, const void *data, quint32 length)
 {
     static_assert(sizeof(z_crc_t) == sizeof(quint32), "zlib's CRC table holds 32-bit entries");
-    crc = 0xFFFFFFFFu;
-    const auto *p = static_cast<const unsigned char *>(data);
-    for (quint32 i = 0; p && i < length; ++i)
-        crc = crc_table[(crc ^ p[i]) & 0xFF] ^ (crc >> 8);
-    crc ^= 0xFFFFFFFFu;
+    // zlib's crc32 is this very CRC (start 0xFFFFFFFF, table above, final complement),
+    // computed several bytes at a time.
+    const auto *p = static_cast<const Bytef *>(data);
+    crc = p && length ? quint32(::crc32(0, p, uInt(length))) : 0u;
     return crc != expected;
 }
 
