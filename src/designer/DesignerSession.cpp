@@ -4,8 +4,7 @@
 
 #include "designer/DesignerClasses.h"
 #include "designer/PageControlContainer.h"
-#include "paramctrls/ParamCtrls.h"
-#include "paramtable/ParaTable.h"
+#include "host/wizFormLoader.h"
 #include "platform/component.h"
 #include "platform/dialogs.h"
 
@@ -106,22 +105,26 @@ void DesignerSession::startLater(QWidget *widget)
     m_starting << widget;
 }
 
+// The new widgets and the components they made inside themselves (a frame's inputs and
+// parameter controls) start in the order the form loader starts a form.
 void DesignerSession::startPending()
 {
-    QList<QPointer<QWidget>> widgets;
-    widgets.swap(m_starting);
-    const auto rank = [](const QWidget *w) {
-        if (qobject_cast<const TParaTable *>(w)) return 0;
-        if (qobject_cast<const TParaClass *>(w)) return 1;
-        return 2;
-    };
-    std::stable_sort(
-        widgets.begin(), widgets.end(),
-        [&](const QPointer<QWidget> &a, const QPointer<QWidget> &b) { return rank(a) < rank(b); });
+    QList<QWidget *> widgets;
+    for (const QPointer<QWidget> &widget : std::as_const(m_starting)) {
+        if (!widget) continue;
+        widgets << widget;
+        widgets << widget->findChildren<QWidget *>();
+    }
+    m_starting.clear();
+    std::stable_sort(widgets.begin(), widgets.end(), [](const QWidget *a, const QWidget *b) {
+        return TwizFormLoader::StartupRank(a) < TwizFormLoader::StartupRank(b);
+    });
+    // Loaded() may delete widgets further down the list, so each is checked before its turn.
+    const QList<QPointer<QWidget>> guarded(widgets.begin(), widgets.end());
     QList<QPointer<QDesignerFormWindowInterface>> forms;
-    for (const QPointer<QWidget> &widget : std::as_const(widgets)) {
-        if (auto *component = widget ? dynamic_cast<Component *>(widget.data()) : nullptr)
-            component->Loaded();
+    for (const QPointer<QWidget> &widget : guarded) {
+        auto *component = widget ? dynamic_cast<Component *>(widget.data()) : nullptr;
+        if (component && component->isLoading()) component->Loaded();
         auto *form = widget ? QDesignerFormWindowInterface::findFormWindow(widget) : nullptr;
         if (form && !forms.contains(form)) forms << form;
     }

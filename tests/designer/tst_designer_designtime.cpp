@@ -1,10 +1,12 @@
 // What the components do while a form is drawn: the table's defaults and silent reading,
 // parameter controls named after their coordinates and showing their parameters, the
-// coordinate question, tabs, and a tree that links itself to a page control.
+// coordinate question, tabs, a tree that links itself to a page control, and a bit bar's
+// first rows.
 
 #include "designer_fixture.h"
 
 #include "host/wizFormLoader.h"
+#include "ioframes/BitLeiste.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "wizard/wizPageControl.h"
@@ -168,4 +170,15 @@ TEST_F(DesignForm, TreeViewLinksItselfToAPageControlDroppedLater)
     EXPECT_EQ(lone->wizPageControlName(), QLatin1String("Pages"));
     EXPECT_EQ(linked->wizPageControl(), nullptr);
     EXPECT_EQ(lone->topLevelItemCount(), 1) << "the tree lists the pages while designed";
+}
+
+TEST_F(DesignForm, BitBarDroppedInTheDesignerShowsTwoRows)
+{
+    auto *bar = design<TBitLeiste>(QStringLiteral("TBitLeiste"));
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(bar->size(), QSize(30, 30));
+    startUp();
+    EXPECT_EQ(bar->wizCaptions(),
+              QStringList({QStringLiteral("WizCaption 1"), QStringLiteral("WizCaption 2")}));
+    EXPECT_EQ(bar->Rows().size(), 2u);
 }

@@ -5,6 +5,7 @@
 #include "support/testing.h"
 
 #include "host/wizFormLoader.h"
+#include "ioframes/BE.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
 #include "wizard/wizPageControl.h"
@@ -81,6 +82,27 @@ QDesignerFormEditorInterface *designerCore()
     return core;
 }
 
+// Every property the library's classes declare, by object name and property, of the
+// widgets drawn in the form (not those the components make inside themselves).
+QMap<QString, QVariant> libraryProperties(QWidget *root, const QStringList &drawn)
+{
+    QMap<QString, QVariant> values;
+    for (QWidget *w : root->findChildren<QWidget *>()) {
+        const QMetaObject *meta = w->metaObject();
+        if (!QByteArray(meta->className()).startsWith("drivewiz::") ||
+            !drawn.contains(w->objectName()))
+            continue;
+        const QMetaObject *base = meta;
+        while (QByteArray(base->className()).startsWith("drivewiz::"))
+            base = base->superClass();
+        for (int i = base->propertyCount(); i < meta->propertyCount(); ++i) {
+            const QMetaProperty p = meta->property(i);
+            values.insert(w->objectName() + QLatin1Char('.') + QLatin1String(p.name()), p.read(w));
+        }
+    }
+    return values;
+}
+
 void runEvents()
 {
     for (int i = 0; i < 3; ++i) {
@@ -123,6 +145,8 @@ protected:
     {
         QWidget *w = core->widgetFactory()->createWidget(className, container);
         if (!w) return nullptr;
+        // Named as Designer names a drop: after the class, without its "T".
+        w->setObjectName(className.section(QStringLiteral("::"), -1).mid(1));
         form->manageWidget(w);
         return w;
     }
@@ -139,30 +163,25 @@ protected:
         return std::unique_ptr<QWidget>(loader.load(&buffer));
     }
 
+    // Compares the library properties of every widget drawn in the form with those of
+    // the loaded form; returns the drawn ones.
+    QMap<QString, QVariant> expectLoadedAsDrawn(QWidget *loaded) const
+    {
+        QStringList managed;
+        for (QWidget *w : form->mainContainer()->findChildren<QWidget *>()) {
+            if (form->isManaged(w)) managed << w->objectName();
+        }
+        const QMap<QString, QVariant> drawn = libraryProperties(form->mainContainer(), managed);
+        const QMap<QString, QVariant> read = libraryProperties(loaded, managed);
+        EXPECT_EQ(drawn.keys(), read.keys());
+        for (auto it = drawn.cbegin(); it != drawn.cend(); ++it)
+            EXPECT_EQ(read.value(it.key()), it.value()) << it.key().toStdString();
+        return drawn;
+    }
+
     QDesignerFormEditorInterface *core = nullptr;
     QDesignerFormWindowInterface *form = nullptr;
 };
-
-// Every property the library's classes declare, by object name and property, of the
-// widgets drawn in the form (not those the components make inside themselves).
-QMap<QString, QVariant> libraryProperties(QWidget *root, const QStringList &drawn)
-{
-    QMap<QString, QVariant> values;
-    for (QWidget *w : root->findChildren<QWidget *>()) {
-        const QMetaObject *meta = w->metaObject();
-        if (!QByteArray(meta->className()).startsWith("drivewiz::") ||
-            !drawn.contains(w->objectName()))
-            continue;
-        const QMetaObject *base = meta;
-        while (QByteArray(base->className()).startsWith("drivewiz::"))
-            base = base->superClass();
-        for (int i = base->propertyCount(); i < meta->propertyCount(); ++i) {
-            const QMetaProperty p = meta->property(i);
-            values.insert(w->objectName() + QLatin1Char('.') + QLatin1String(p.name()), p.read(w));
-        }
-    }
-    return values;
-}
 
 } // namespace
 
@@ -205,18 +224,50 @@ TEST_F(DesignerForm, DrawnFormLoadsBackWithIdenticalProperties)
     const std::unique_ptr<QWidget> loaded = saveAndLoad(&saved);
     ASSERT_NE(loaded, nullptr) << saved.toStdString();
     EXPECT_TRUE(saved.contains(QLatin1String("<header>drivewiz/paramctrls/ParamCtrls.h</header>")));
-    QStringList managed;
-    for (QWidget *w : form->mainContainer()->findChildren<QWidget *>()) {
-        if (form->isManaged(w)) managed << w->objectName();
-    }
-    const QMap<QString, QVariant> drawn = libraryProperties(form->mainContainer(), managed);
-    const QMap<QString, QVariant> read = libraryProperties(loaded.get(), managed);
-    EXPECT_EQ(drawn.keys(), read.keys());
-    ASSERT_TRUE(drawn.contains(QStringLiteral("P_A80.wizParaSource")));
+    const QMap<QString, QVariant> drawn = expectLoadedAsDrawn(loaded.get());
     EXPECT_EQ(drawn.value(QStringLiteral("P_A80.wizParaSource")).toString(),
               QLatin1String("ParaTable"));
-    for (auto it = drawn.cbegin(); it != drawn.cend(); ++it)
-        EXPECT_EQ(read.value(it.key()), it.value()) << it.key().toStdString();
+}
+
+// Everything of the widget box on one form: what Designer saves is what the loader makes.
+TEST_F(DesignerForm, EveryClassDroppedLoadsBackAsDrawn)
+{
+    QWidget *page = find<QWidget>(QStringLiteral("PageBus"));
+    ASSERT_NE(page, nullptr);
+    for (const QString &name : TwizFormLoader::libraryClasses()) {
+        QWidget *w = drop(QStringLiteral("drivewiz::") + name, page);
+        ASSERT_NE(w, nullptr) << name.toStdString();
+        EXPECT_TRUE(form->isManaged(w));
+    }
+    runEvents();
+    QString saved;
+    const std::unique_ptr<QWidget> loaded = saveAndLoad(&saved);
+    ASSERT_NE(loaded, nullptr) << saved.toStdString();
+    const QMap<QString, QVariant> drawn = expectLoadedAsDrawn(loaded.get());
+    EXPECT_TRUE(drawn.contains(QStringLiteral("BitLeiste.wizCaptions")));
+}
+
+// What a binary input changes in itself when its source is set (its name, the display
+// parameter and bus bit it counts on) is in the saved form.
+TEST_F(DesignerForm, BinaryInputsCountingOnIsSaved)
+{
+    QWidget *page = find<QWidget>(QStringLiteral("PageBus"));
+    auto *input = qobject_cast<TBEinput *>(drop(QStringLiteral("drivewiz::TBEinput"), page));
+    ASSERT_NE(input, nullptr);
+    runEvents();
+    QDesignerFormWindowCursorInterface *cursor = form->cursor();
+    cursor->setWidgetProperty(input, QStringLiteral("wizParaSource"), QStringLiteral("ParaTable"));
+    cursor->setWidgetProperty(input, QStringLiteral("wizAnzeigeParName"), QStringLiteral("E310"));
+    cursor->setWidgetProperty(input, QStringLiteral("wizKoordinate"), QStringLiteral("A60"));
+    drivewiz::test::recorder().answer(mrYes);
+    cursor->setWidgetProperty(input, QStringLiteral("wizKoordinate"), QStringLiteral("A61"));
+    runEvents();
+    const std::unique_ptr<QWidget> loaded = saveAndLoad();
+    ASSERT_NE(loaded, nullptr);
+    auto *read = loaded->findChild<TBEinput *>(QStringLiteral("BE_A61"));
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(read->wizAnzeigeParName(), QLatin1String("E311"));
+    EXPECT_EQ(read->wizBusParBit(), 1);
 }
 
 QStringList g_warnings;
