@@ -285,6 +285,8 @@ private:
     void fireVisibleChange();
     void applyHints(int record);
     void leaveSameParameterLists();
+    bool takeAutomaticName();
+    void designTimeLoaded();
     bool mayPostFromProgram() const;
     bool setComboText(const QString &text);
     void setRadioText(const QString &text);
