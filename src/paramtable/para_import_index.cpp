@@ -188,11 +188,13 @@ size_t KeyIndex::lowerBound(const char *key, size_t len) const
     return p;
 }
 
+// The index's own copy of the keys decides, so a look-up sees the order the index has.
 int KeyIndex::find(const char *key, size_t len) const
 {
     const size_t p = lowerBound(key, len);
-    if (p >= m_sortedKeys.size()) return -1;
-    return keyEquals(size_t(m_mainIndex[p]), key, len) ? int(p) : -1;
+    if (p >= m_sortedKeys.size() || !(m_sortedKeys[p] == packKey(key, len))) return -1;
+    if (m_longKeys.empty() && !isLongKey(key, len)) return int(p);
+    return this->key(size_t(m_mainIndex[p])) == std::string(key, len) ? int(p) : -1;
 }
 
 int KeyIndex::findGroup(char letter) const
