@@ -38,9 +38,10 @@ bool parseOptions(const QStringList &arguments, HostOptions &options, QString &e
                                    QStringLiteral("dir"));
     const QCommandLineOption log(QStringLiteral("log"), QStringLiteral("Append the log to a file."),
                                  QStringLiteral("file"));
-    const QCommandLineOption open(QStringLiteral("open"),
-                                  QStringLiteral("Open a wizard at start: setup or overview."),
-                                  QStringLiteral("wizard"));
+    const QCommandLineOption open(
+        QStringLiteral("open"),
+        QStringLiteral("Open a wizard at start: setup, overview or outputs."),
+        QStringLiteral("wizard"));
     const QCommandLineOption tour(QStringLiteral("tour"),
                                   QStringLiteral("Run the scripted tour, pictures into dir."),
                                   QStringLiteral("dir"));
@@ -56,9 +57,9 @@ bool parseOptions(const QStringList &arguments, HostOptions &options, QString &e
     options.open = parser.value(open);
     options.tourDir = parser.value(tour);
     if (!options.open.isEmpty() && options.open != QLatin1String("setup") &&
-        options.open != QLatin1String("overview")) {
-        error =
-            QStringLiteral("--open takes \"setup\" or \"overview\", not \"%1\"").arg(options.open);
+        options.open != QLatin1String("overview") && options.open != QLatin1String("outputs")) {
+        error = QStringLiteral("--open takes \"setup\", \"overview\" or \"outputs\", not \"%1\"")
+                    .arg(options.open);
         return false;
     }
     const QStringList rest = parser.positionalArguments();

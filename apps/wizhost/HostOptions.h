@@ -9,7 +9,7 @@ namespace drivewiz::wizhost {
 /// What the demo host was started with.
 ///
 ///     wizhost [language] [--data <dir>] [--forms <dir>] [--log <file>]
-///             [--open setup|overview] [--tour <dir>]
+///             [--open setup|overview|outputs] [--tour <dir>]
 ///
 /// The first argument, when it is a number, is the language (1 German, 2 English), as
 /// the drive tool passes it to its wizards.
@@ -18,7 +18,7 @@ struct HostOptions
     QString dataDir;  ///< Parameter.csv, Auswahlen.csv, wizling.<n>
     QString formsDir; ///< DriveSetup.ui
     QString logFile;  ///< every log line is appended here too
-    QString open;     ///< "setup" or "overview": opened once the window shows
+    QString open;     ///< "setup", "overview" or "outputs": opened once the window shows
     QString tourDir;  ///< run the scripted tour and write its pictures here
     int language = 1;
 };

@@ -1,5 +1,6 @@
 #include "HostSession.h"
 
+#include "OutputsWizard.h"
 #include "OverviewForm.h"
 
 #include "lang/wizSprache.h"
@@ -148,6 +149,7 @@ QString HostSession::formFile(Wizard which)
 {
     if (which == Wizard::Setup)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
+    if (which == Wizard::Outputs) return OutputsWizardFile(m_options.formsDir);
     const QString path = m_tempDir.filePath(QStringLiteral("ParameterOverview.ui"));
     QString error;
     if (WriteOverviewForm(descriptionFile(), m_level, path, error) < 0) {
@@ -192,6 +194,8 @@ void HostSession::prepareForm(dwz_form *form, Wizard which)
         w->setWindowTitle(caption(QStringLiteral("cWizSetupTitle"), w->windowTitle()));
         ReadControls(m_lng.get(), m_language, QStringLiteral("Demo"), w);
         applyHiddenPageRule(w);
+    } else if (which == Wizard::Outputs) {
+        PrepareOutputsWizard(w, *this);
     } else {
         w->setWindowTitle(caption(QStringLiteral("cBtnOverview"), w->windowTitle()));
         ArrangeOverviewForm(w);

@@ -56,8 +56,10 @@ QWidget *HostWindow::buildControls()
     m_btnSetup = named(new QPushButton(QStringLiteral("Drive set-up"), box), "BtnSetup");
     m_btnOverview =
         named(new QPushButton(QStringLiteral("Parameter overview"), box), "BtnOverview");
+    m_btnOutputs = named(new QPushButton(QStringLiteral("Outputs and encoder"), box), "BtnOutputs");
     v->addWidget(m_btnSetup);
     v->addWidget(m_btnOverview);
+    v->addWidget(m_btnOutputs);
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
     auto *mv = new QVBoxLayout(modes);
@@ -122,6 +124,7 @@ void HostWindow::connectSwitches()
 {
     connect(m_btnSetup, &QPushButton::clicked, this, [this] { openWizard(Wizard::Setup); });
     connect(m_btnOverview, &QPushButton::clicked, this, [this] { openWizard(Wizard::Overview); });
+    connect(m_btnOutputs, &QPushButton::clicked, this, [this] { openWizard(Wizard::Outputs); });
     connect(m_btnEnable, &QCheckBox::toggled, &m_session, &HostSession::setEnabled);
     connect(m_level, &QSpinBox::valueChanged, &m_session, &HostSession::setUserLevel);
     connect(m_language, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -133,11 +136,11 @@ void HostWindow::connectSwitches()
 void HostWindow::openWizard(Wizard which)
 {
     if (m_session.openWizard()) return;
-    m_btnSetup->setEnabled(false);
-    m_btnOverview->setEnabled(false);
+    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnOutputs})
+        b->setEnabled(false);
     m_session.execWizard(which);
-    m_btnSetup->setEnabled(true);
-    m_btnOverview->setEnabled(true);
+    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnOutputs})
+        b->setEnabled(true);
 }
 
 // The switches follow the session, whoever changed it (the tour changes it in code).

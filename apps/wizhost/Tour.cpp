@@ -75,6 +75,7 @@ int Tour::run()
     walk(Wizard::Overview, DWZ_OFFLINE, std::bind(&Tour::overviewOffline, this, _1, _2));
     m_session.setUserLevel(4);
     walk(Wizard::Overview, DWZ_ONLINE, std::bind(&Tour::overviewOnline, this, _1, _2));
+    walkOutputs();
     m_session.setOnlineMode(DWZ_OFFLINE);
     settle(200);
     shoot(&m_window, QStringLiteral("99-host-log"));
@@ -90,9 +91,10 @@ int Tour::run()
 
 bool Tour::walk(Wizard which, int mode, const PageAction &action)
 {
-    const QString prefix =
-        (which == Wizard::Setup ? QStringLiteral("setup-") : QStringLiteral("overview-")) +
-        modeName(mode);
+    const QString prefix = (which == Wizard::Setup     ? QStringLiteral("setup-")
+                            : which == Wizard::Outputs ? QStringLiteral("outputs-")
+                                                       : QStringLiteral("overview-")) +
+                           modeName(mode);
     m_session.setOnlineMode(mode);
     const int logBefore = int(m_session.drive().log().size());
     dwz_form *form = m_session.createWizard(which);

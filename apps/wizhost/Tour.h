@@ -49,6 +49,13 @@ private:
     void overviewOffline(QWidget *form, QWidget *page);
     void overviewOnline(QWidget *form, QWidget *page);
 
+    // The wizard "Outputs and encoder" (Tour_outputs.cpp).
+    void walkOutputs();
+    void outputsOffline(QWidget *form, QWidget *page);
+    void outputsOnline(QWidget *form, QWidget *page);
+    void typeKeys(QWidget *scope, const QString &edit, const QString &text);
+    void chooseSource(QWidget *scope, const QString &control, const QString &koordinate);
+
     HostSession &m_session;
     HostWindow &m_window;
     QString m_outDir;

@@ -34,8 +34,9 @@ int main(int argc, char **argv)
 
     window.show();
     if (!options.open.isEmpty()) {
-        const Wizard which =
-            options.open == QLatin1String("setup") ? Wizard::Setup : Wizard::Overview;
+        const Wizard which = options.open == QLatin1String("setup")     ? Wizard::Setup
+                             : options.open == QLatin1String("outputs") ? Wizard::Outputs
+                                                                        : Wizard::Overview;
         QTimer::singleShot(0, &window, [&window, which] { window.openWizard(which); });
     }
     return QApplication::exec();

@@ -4,6 +4,7 @@
 
 #include "ioframes/DigitalAusgang.h"
 #include "ioframes/QuellListe_p.h"
+#include "ioframes/ioframes_p.h"
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
@@ -84,12 +85,19 @@ TAnalogAus::TAnalogAus(QWidget *parent)
     red.setColor(QPalette::WindowText, Qt::darkRed);
     LblError->setPalette(red);
     LblError->hide();
+    m_helpers = std::make_unique<QObject>();
     hookControls();
 }
 
 TAnalogAus::~TAnalogAus()
 {
     addComponentState(csDestroying);
+    // The frame's controls outlive this destructor for a moment: they call it no more.
+    m_helpers.reset();
+    for (TParaClass *c : findChildren<TParaClass *>()) {
+        c->OnChange = nullptr;
+        c->OnExit = nullptr;
+    }
 }
 
 // --- properties ------------------------------------------------------------------------------
@@ -99,7 +107,7 @@ void TAnalogAus::SetwizParaSource(TParaTable *table)
     m_link->set(table);
     for (TParaClass *c : {P_Quelle, P_Offset, P_Faktor, P_Tau, P_Abs, P_R04, P_B17})
         c->SetwizParaSource(table);
-    if (!ioframes::Running(*this)) return;
+    if (!ioframes::atRunTime(*this)) return;
     P_R04->RebuildParaControl();
     P_B17->RebuildParaControl();
     bindControls();
@@ -118,21 +126,21 @@ QString TAnalogAus::wizParaSourceName() const
 void TAnalogAus::SetwizParaSourceName(const QString &objectName)
 {
     if (m_link->rename(objectName) && !isLoading())
-        SetwizParaSource(ioframes::FindTable(this, objectName));
+        SetwizParaSource(ioframes::tableByName(this, objectName));
 }
 
 void TAnalogAus::SetAnalogAusgang(TAnalogAusgang ausgang)
 {
     if (ausgang == m_ausgang) return;
     m_ausgang = ausgang;
-    if (ioframes::Running(*this)) bindControls();
+    if (ioframes::atRunTime(*this)) bindControls();
 }
 
 void TAnalogAus::SetParameterListe(const QString &liste)
 {
     if (liste == m_liste) return;
     m_liste = liste;
-    if (ioframes::Running(*this)) InitParameterCombo();
+    if (ioframes::atRunTime(*this)) InitParameterCombo();
 }
 
 void TAnalogAus::Loaded()
@@ -175,19 +183,29 @@ void TAnalogAus::hookControls()
         };
     };
     chain(P_Quelle, [this] {
-        if (ioframes::Running(*this) && wizParaSource()) UpdateCustomEdits();
+        if (ioframes::atRunTime(*this) && wizParaSource()) UpdateCustomEdits();
     });
     for (TParaClass *c : {P_Offset, P_Faktor, P_R04, P_B17}) {
         chain(c, [this] {
-            if (ioframes::Running(*this) && wizParaSource() && !m_writing) UpdateCustomEdits();
+            if (ioframes::atRunTime(*this) && wizParaSource() && !m_writing) UpdateCustomEdits();
         });
     }
     for (QLineEdit *edit : {Edit10V, Edit0V}) {
         edit->installEventFilter(this);
         connect(edit, &QLineEdit::editingFinished, this, [this] { editLeft(); });
     }
-    ioframes::WatchSourceField(
-        P_Quelle, this, [this] { InitParameterCombo(); }, CheckAchse);
+    ioframes::WatchSourceField(P_Quelle, m_helpers.get(), [this] { InitParameterCombo(); });
+    ioframes::KeepTabOrder(this, m_helpers.get(), [this] {
+        return QList<QWidget *>{P_Quelle->GetEditControl(),
+                                Edit10V,
+                                Edit0V,
+                                P_Offset->GetEditControl(),
+                                P_Faktor->GetEditControl(),
+                                P_Tau->GetEditControl(),
+                                P_Abs->GetEditControl(),
+                                P_R04->GetEditControl(),
+                                P_B17->GetEditControl()};
+    });
 }
 
 void TAnalogAus::InitParameterCombo()
@@ -253,7 +271,7 @@ void TAnalogAus::ShowErrorLabel(const QString &text)
 
 void TAnalogAus::HideIfNoOutputs()
 {
-    if (m_outputsChecked || !wizParaSource() || !ioframes::Running(*this)) return;
+    if (m_outputsChecked || !wizParaSource() || !ioframes::atRunTime(*this)) return;
     m_outputsChecked = true;
     QString board;
     ioframes::DriveValue(wizParaSource(), QStringLiteral("E58"), board);
@@ -460,14 +478,14 @@ void TAnalogAus::UpdateLanguage()
                  QStringLiteral("TAnalogAus"), this);
     P_Quelle->SetInputFeldHint(s_DataTypeI16only);
     // The error label and the units show what the source says, not a caption.
-    if (ioframes::Running(*this)) UpdateCustomEdits();
+    if (ioframes::atRunTime(*this)) UpdateCustomEdits();
 }
 
 void TAnalogAus::showEvent(QShowEvent *event)
 {
     QFrame::showEvent(event);
     // The host may choose the language after the frame was loaded.
-    if (ioframes::Running(*this) && m_link->languageChanged()) UpdateLanguage();
+    if (ioframes::atRunTime(*this) && m_link->languageChanged()) UpdateLanguage();
 }
 
 bool TAnalogAus::eventFilter(QObject *watched, QEvent *event)

@@ -135,6 +135,8 @@ private:
     bool m_leaving = false;
     bool m_adjusted = false; // the drive's limits changed the typed values
     QString m_shown[2];      // what the edits showed after the last conversion
+    // Watchers of the frame's own controls; gone first when the frame goes.
+    std::unique_ptr<QObject> m_helpers;
 };
 
 } // namespace drivewiz

@@ -106,6 +106,8 @@ private:
         QString terminal1;
         QString terminal2;
         QString option;
+        // Watchers of the frame's own controls; gone first when the frame goes.
+        std::unique_ptr<QObject> m_helpers;
     };
 
     void hideAll();
@@ -118,6 +120,8 @@ private:
     QString m_liste;
     Board m_board;
     bool m_outputsShown = false; // HideMissingOutputs ran
+    // Watchers of the frame's own controls; gone first when the frame goes.
+    std::unique_ptr<QObject> m_helpers;
 };
 
 /// The exit check of a source control (sender): a text naming a parameter of the table

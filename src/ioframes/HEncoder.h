@@ -133,6 +133,8 @@ private:
     QPointer<TParaClass> m_control;
     QString m_controlName;
     TParaClass::NotifyEvent m_previous; // the selector's change handler before ours
+    // Watchers of the frame's own controls; gone first when the frame goes.
+    std::unique_ptr<QObject> m_helpers;
 };
 
 } // namespace drivewiz

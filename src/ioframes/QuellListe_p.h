@@ -16,7 +16,6 @@ class QWidget;
 
 namespace drivewiz {
 
-class Component;
 class TParaClass;
 class TParaTable;
 
@@ -64,12 +63,6 @@ QPixmap FramePicture(const QString &resource);
 /// Shows a picture in a label at its own size.
 void SetPicture(QLabel *label, const QString &resource);
 
-/// The table named `name` on the widget's form, or null.
-TParaTable *FindTable(QWidget *w, const QString &name);
-
-/// Whether a component does its run-time work: not designed, loading or destroyed.
-bool Running(const Component &component);
-
 /// A frame's link to its table (named in form files, resolved when the form has loaded)
 /// and the language file it last took its captions from.
 class FrameTable
@@ -97,13 +90,25 @@ private:
 /// tree. Nothing when the widget lies on no wizard page.
 void HideWizardPage(QWidget *w);
 
-/// Keeps a source control's list and checks its field: `refill` runs for the field the
+/// Keeps a source control's list and its typed text: `refill` runs for the field the
 /// control has now and for every field it builds later (the table rebuilds controls when
 /// the online mode changes), once that field stands; leaving the field (not for its own
-/// list) runs `leave` once the focus has moved on, and then, online, writes a source that
-/// changed since the field was entered when `leave` did not write it already.
-void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill,
-                      std::function<void(TParaClass *)> leave);
+/// list) runs PrepareSourceText before the control takes the text.
+void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill);
+
+/// Puts the text typed into a source control's drop-down field in the form of its entry,
+/// without writing it: a typed parameter of the table becomes its entry (added to the
+/// list when the list lacks it), so that the control finds it on leaving; a text naming
+/// none is reported with s_ParamInvalid and `before` (the source when the user entered
+/// the field; the control's previous value when empty) comes back, for an empty text
+/// silently.
+void PrepareSourceText(TParaClass *control, const QString &before);
+
+/// Keeps the frame's fields (the helper lives as long as `context`) in the order `order`
+/// gives them for Tab (the input fields of
+/// parameter controls are made after the frame's own widgets, and made anew when the table
+/// rebuilds a control); nulls in the list are passed over.
+void KeepTabOrder(QWidget *frame, QObject *context, std::function<QList<QWidget *>()> order);
 
 /// The check behind CheckAchse: see there.
 void CheckSource(TParaClass *control);

@@ -364,6 +364,25 @@ TEST_F(AnalogOut, LeavingTheSourceFieldWithAnUnknownParameterBringsBackTheLastOn
     EXPECT_TRUE(messages().isEmpty());
 }
 
+TEST_F(AnalogOut, TabRunsThroughTheFrameInReadingOrderAlsoAfterARebuild)
+{
+    TAnalogAus *f = make();
+    for (int round = 0; round < 2; ++round) {
+        QApplication::processEvents();
+        enter(f->P_Quelle->GetEditControl());
+        for (QWidget *next : {static_cast<QWidget *>(f->Edit10V), static_cast<QWidget *>(f->Edit0V),
+                              f->P_Offset->GetEditControl(), f->P_Faktor->GetEditControl(),
+                              f->P_Tau->GetEditControl()}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(QApplication::focusWidget(), next)
+                << "round " << round << " at "
+                << QApplication::focusWidget()->objectName().toStdString() << " in "
+                << QApplication::focusWidget()->parentWidget()->objectName().toStdString();
+        }
+        goOnline(); // every field of the frame is made anew
+    }
+}
+
 // --- online -------------------------------------------------------------------------------------
 
 TEST_F(AnalogOut, OnlineEveryConvertedValueReachesTheDrive)

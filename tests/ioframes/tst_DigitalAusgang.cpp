@@ -253,6 +253,11 @@ TEST_F(DigitalOut, OnlineAChoiceMadeWithTheKeyboardReachesTheDrive)
     EXPECT_TRUE(drive.log().contains("F64 (0) = E21: Bremse"))
         << drive.log().join('\n').toStdString();
     EXPECT_EQ(drive.log().size(), 1);
+    // A typed parameter is written once as its entry; an unknown one not at all.
+    typeInto(f->P_F64, "e17");
+    typeInto(f->P_F64, "X99");
+    EXPECT_EQ(drive.log(), QStringList({"F64 (0) = E21: Bremse", "F64 (0) = E17: Betriebsbereit"}));
+    EXPECT_EQ(messages(), QStringList({"Der Parameter X99 ist nicht vorhanden!"}));
 }
 
 // --- language -------------------------------------------------------------------------------
