@@ -297,18 +297,6 @@ TEST_F(AnalogOut, AnUnknownSourceHidesScalingFilterAndAbsoluteValue)
     EXPECT_EQ(f->LblAnaAusDim0->text(), "Upm");
 }
 
-TEST_F(AnalogOut, KeyReleasesCheckTheSourceFirst)
-{
-    TAnalogAus *f = make();
-    source(f, "E05");
-    f->Edit10V->setText("1");
-    f->Edit0V->setText("0");
-    f->Edit10VKeyUp(f->Edit10V);
-    EXPECT_EQ(f->P_Faktor->GetText(), "100.0");
-    EXPECT_EQ(beeps(), 0);
-    EXPECT_EQ(f->LblError->text(), s_AADataTypeI32Message);
-}
-
 // --- the source list ----------------------------------------------------------------------------
 
 TEST_F(AnalogOut, TheSourceListOffersTheListedParametersAnOutputCanShow)
@@ -426,12 +414,6 @@ TEST_F(AnalogOut, ADriveWithoutLowerOptionBoardHidesFrameAndWizardPage)
     setValue("E58", "KBQ 7700");
     f->HideIfNoOutputs();
     EXPECT_TRUE(f->isHidden());
-}
-
-TEST_F(AnalogOut, ADriveWithALowerOptionBoardKeepsTheFrame)
-{
-    TAnalogAus *f = make();
-    EXPECT_FALSE(f->isHidden());
 }
 
 // --- language -----------------------------------------------------------------------------------
