@@ -53,13 +53,13 @@ QWidget *HostWindow::buildControls()
 {
     auto *box = new QWidget(this);
     auto *v = new QVBoxLayout(box);
-    m_btnSetup = named(new QPushButton(QStringLiteral("Drive set-up"), box), "BtnSetup");
-    m_btnOverview =
-        named(new QPushButton(QStringLiteral("Parameter overview"), box), "BtnOverview");
-    m_btnOutputs = named(new QPushButton(QStringLiteral("Outputs and encoder"), box), "BtnOutputs");
-    v->addWidget(m_btnSetup);
-    v->addWidget(m_btnOverview);
-    v->addWidget(m_btnOutputs);
+    for (const WizardInfo &wizard : wizardCatalog()) {
+        auto *button = new QPushButton(wizard.caption, box);
+        button->setObjectName(wizard.captionKey.mid(1)); // "cBtnSetup" names "BtnSetup"
+        connect(button, &QPushButton::clicked, this, [this, id = wizard.id] { openWizard(id); });
+        m_wizardButtons << button;
+        v->addWidget(button);
+    }
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
     auto *mv = new QVBoxLayout(modes);
@@ -122,9 +122,6 @@ void HostWindow::buildMenus()
 
 void HostWindow::connectSwitches()
 {
-    connect(m_btnSetup, &QPushButton::clicked, this, [this] { openWizard(Wizard::Setup); });
-    connect(m_btnOverview, &QPushButton::clicked, this, [this] { openWizard(Wizard::Overview); });
-    connect(m_btnOutputs, &QPushButton::clicked, this, [this] { openWizard(Wizard::Outputs); });
     connect(m_btnEnable, &QCheckBox::toggled, &m_session, &HostSession::setEnabled);
     connect(m_level, &QSpinBox::valueChanged, &m_session, &HostSession::setUserLevel);
     connect(m_language, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -136,11 +133,11 @@ void HostWindow::connectSwitches()
 void HostWindow::openWizard(Wizard which)
 {
     if (m_session.openWizard()) return;
-    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnOutputs})
-        b->setEnabled(false);
+    for (QPushButton *button : std::as_const(m_wizardButtons))
+        button->setEnabled(false);
     m_session.execWizard(which);
-    for (QPushButton *b : {m_btnSetup, m_btnOverview, m_btnOutputs})
-        b->setEnabled(true);
+    for (QPushButton *button : std::as_const(m_wizardButtons))
+        button->setEnabled(true);
 }
 
 // The switches follow the session, whoever changed it (the tour changes it in code).

@@ -35,14 +35,17 @@ TParaClass *control(QWidget *form, const QString &name)
     return form->findChild<TParaClass *>(name);
 }
 
-// Qt's own warnings (the offscreen platform cannot raise windows or grab the keyboard)
-// would interleave with the printout; they are counted and listed once at the end.
+// Qt's own warnings would interleave with the printout; they are counted and listed once
+// at the end. The offscreen platform says that it cannot raise windows, grab the keyboard
+// for a popup or pass size hints on: that is what offscreen means, not a fault of the
+// wizards, so those notes are dropped.
 QMap<QString, int> g_qtMessages;
 QtMessageHandler g_previousHandler = nullptr;
 
 void collectQtMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type == QtFatalMsg && g_previousHandler) g_previousHandler(type, context, text);
+    if (text.startsWith(QLatin1String("This plugin does not support"))) return;
     ++g_qtMessages[text];
 }
 
@@ -91,9 +94,8 @@ int Tour::run()
 
 bool Tour::walk(Wizard which, int mode, const PageAction &action)
 {
-    const QString prefix = (which == Wizard::Setup     ? QStringLiteral("setup-")
-                            : which == Wizard::Outputs ? QStringLiteral("outputs-")
-                                                       : QStringLiteral("overview-")) +
+    const WizardInfo *info = findWizard(which);
+    const QString prefix = (info ? info->name : QStringLiteral("wizard")) + QLatin1Char('-') +
                            modeName(mode);
     m_session.setOnlineMode(mode);
     const int logBefore = int(m_session.drive().log().size());

@@ -473,7 +473,6 @@ void TAnalogAus::editLeft()
 void TAnalogAus::UpdateLanguage()
 {
     if (!wizParaSource()) return;
-    m_link->translated();
     ReadControls(wizParaSource()->LanguageFile(), wizParaSource()->Language(),
                  QStringLiteral("TAnalogAus"), this);
     P_Quelle->SetInputFeldHint(s_DataTypeI16only);
@@ -481,11 +480,11 @@ void TAnalogAus::UpdateLanguage()
     if (ioframes::atRunTime(*this)) UpdateCustomEdits();
 }
 
-void TAnalogAus::showEvent(QShowEvent *event)
+void TAnalogAus::changeEvent(QEvent *event)
 {
-    QFrame::showEvent(event);
-    // The host may choose the language after the frame was loaded.
-    if (ioframes::atRunTime(*this) && m_link->languageChanged()) UpdateLanguage();
+    QFrame::changeEvent(event);
+    // A language file read anew (the host may choose the language after loading).
+    if (event->type() == QEvent::LanguageChange && ioframes::atRunTime(*this)) UpdateLanguage();
 }
 
 bool TAnalogAus::eventFilter(QObject *watched, QEvent *event)

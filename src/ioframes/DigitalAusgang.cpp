@@ -229,18 +229,17 @@ void TDigitalAus::HideMissingOutputs()
 void TDigitalAus::UpdateLanguage()
 {
     if (!wizParaSource()) return;
-    m_link->translated();
     ReadControls(wizParaSource()->LanguageFile(), wizParaSource()->Language(),
                  QStringLiteral("TDigitalAus"), this);
     // Terminal and board names come from the hardware, not from the language file.
     if (m_outputsShown) applyBoard();
 }
 
-void TDigitalAus::showEvent(QShowEvent *event)
+void TDigitalAus::changeEvent(QEvent *event)
 {
-    QFrame::showEvent(event);
-    // The host may choose the language after the frame was loaded.
-    if (ioframes::atRunTime(*this) && m_link->languageChanged()) UpdateLanguage();
+    QFrame::changeEvent(event);
+    // A language file read anew (the host may choose the language after loading).
+    if (event->type() == QEvent::LanguageChange && ioframes::atRunTime(*this)) UpdateLanguage();
 }
 
 } // namespace drivewiz

@@ -95,7 +95,7 @@ public:
     QLabel *LblInfoOben = nullptr;
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     // What the fitted board shows: its picture(s), terminal names and name.

@@ -366,7 +366,6 @@ void TEncoderFrame::hookControls()
 void TEncoderFrame::UpdateLanguage()
 {
     if (!wizParaSource()) return;
-    m_link->translated();
     const QString section = QStringLiteral("TEncoderFrame");
     for (QLabel *label : {LblBE, LblBEencoder, LblX4, LblX4encoder, LblX120, LblX140,
                           LblX140encoder, LblAufloesung})
@@ -377,11 +376,11 @@ void TEncoderFrame::UpdateLanguage()
     updateResolution();
 }
 
-void TEncoderFrame::showEvent(QShowEvent *event)
+void TEncoderFrame::changeEvent(QEvent *event)
 {
-    QFrame::showEvent(event);
-    // The host may choose the language after the frame was loaded.
-    if (ioframes::atRunTime(*this) && m_link->languageChanged()) UpdateLanguage();
+    QFrame::changeEvent(event);
+    // A language file read anew (the host may choose the language after loading).
+    if (event->type() == QEvent::LanguageChange && ioframes::atRunTime(*this)) UpdateLanguage();
 }
 
 } // namespace drivewiz

@@ -119,7 +119,7 @@ public:
     TParaClass *P_H149 = nullptr;
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     QList<TParaClass *> controls() const;

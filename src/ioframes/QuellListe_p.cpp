@@ -319,17 +319,6 @@ void FrameTable::resolve(QWidget *frame)
     if (!m_table && !m_name.isEmpty()) m_table = tableByName(frame, m_name);
 }
 
-bool FrameTable::languageChanged() const
-{
-    return m_table && (m_table->LanguageFile() != m_file || m_table->Language() != m_language);
-}
-
-void FrameTable::translated()
-{
-    m_file = m_table ? m_table->LanguageFile() : nullptr;
-    m_language = m_table ? m_table->Language() : 0;
-}
-
 void HideWizardPage(QWidget *w)
 {
     for (QWidget *page = w; page; page = page->parentWidget()) {

@@ -63,8 +63,7 @@ QPixmap FramePicture(const QString &resource);
 /// Shows a picture in a label at its own size.
 void SetPicture(QLabel *label, const QString &resource);
 
-/// A frame's link to its table (named in form files, resolved when the form has loaded)
-/// and the language file it last took its captions from.
+/// A frame's link to its table (named in form files, resolved when the form has loaded).
 class FrameTable
 {
 public:
@@ -75,15 +74,10 @@ public:
     bool rename(const QString &objectName);
     /// Looks the named table up on the frame's form unless one is linked.
     void resolve(QWidget *frame);
-    /// Whether the table's language changed since the last translation.
-    bool languageChanged() const;
-    void translated();
 
 private:
     QPointer<TParaTable> m_table;
     QString m_name;
-    const void *m_file = nullptr;
-    int m_language = 0;
 };
 
 /// Hides the wizard page the widget lies on (Tag 1) and has its page control refresh the

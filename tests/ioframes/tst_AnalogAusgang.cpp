@@ -423,10 +423,9 @@ TEST_F(AnalogOut, CaptionsFollowTheTablesLanguageAndTheReasonStays)
     languageFile(2, "[ComStr]\r\ns64=I32 value: the upper 16 bits are output\r\n"
                     "[TAnalogAus]\r\ncLblAnAusgang=Analog output:\r\ncLblError=Error:\r\n");
     TAnalogAus *f = make();
-    f->hide();
     source(f, "E05");
     table->SetLanguage(2); // the host chooses the language after loading
-    f->show();
+    languageChanged();
     EXPECT_EQ(f->LblAnAusgang->text(), "Analog output:");
     EXPECT_EQ(f->LblError->text(), "I32 value: the upper 16 bits are output");
 }

@@ -265,7 +265,7 @@ TEST_F(DigitalOut, TheTopSentenceIsTranslatedButTerminalNamesStay)
               "Als Signalquelle für einen Binärausgang kann jeder Parameter mit einem "
               "0/1-Wertebereich dienen.");
     table->SetLanguage(2);
-    f->UpdateLanguage();
+    languageChanged();
     EXPECT_EQ(f->LblInfoOben->text(), "Any 0/1 parameter.");
     EXPECT_EQ(f->LblX103_1->text(), "X103");
 }

@@ -299,7 +299,7 @@ TEST_F(Encoder, SevenPageLabelsComeFromTheLanguageFile)
                     "LblX140encoder=Resolver\r\nLblAufloesung=Resolution:\r\n");
     TEncoderFrame *f = make(false);
     table->SetLanguage(2);
-    f->UpdateLanguage();
+    languageChanged();
     EXPECT_EQ(f->LblBE->text(), "Encoder on binary inputs");
     EXPECT_EQ(f->LblBEencoder->text(), "BE3 A");
     EXPECT_EQ(f->LblX4->text(), "Terminal X4");

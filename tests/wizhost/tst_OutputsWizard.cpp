@@ -38,11 +38,21 @@ protected:
         options.dataDir = test::sourcePath(QStringLiteral("data/sample"));
         options.formsDir = test::sourcePath(QStringLiteral("apps/wizhost/forms"));
         options.language = 2;
+        // The wizards read the sample language files from a folder of the test's own.
+        for (const char *name : {"wizling.1", "wizling.2"})
+            test::writeFile(config.filePath(QLatin1String(name)),
+                            test::readFile(test::sourcePath(QStringLiteral("data/sample/") +
+                                                            QLatin1String(name))));
+        dwz_set_config_folder(config.path().toUtf8().constData());
         session = std::make_unique<HostSession>(options);
         QString error;
         ASSERT_TRUE(session->start(error)) << error.toStdString();
     }
-    void TearDown() override { session.reset(); }
+    void TearDown() override
+    {
+        session.reset();
+        dwz_set_config_folder(nullptr);
+    }
 
     QDialog *open()
     {
@@ -72,6 +82,7 @@ protected:
         } while (!deadline.hasExpired());
     }
 
+    QTemporaryDir config;
     HostOptions options;
     std::unique_ptr<HostSession> session;
 };
@@ -82,8 +93,6 @@ TEST_F(OutputsWizard, OpensWithEveryFrameBoundToTheDrive)
 {
     QDialog *w = open();
     ASSERT_NE(w, nullptr);
-    // The host's own texts (the frames read theirs from the language file beside the
-    // program, which a test run has not).
     EXPECT_EQ(w->windowTitle(), "Outputs and encoder");
     auto *pages = find<QTabWidget>("PageControl");
     ASSERT_TRUE(pages);
@@ -96,6 +105,7 @@ TEST_F(OutputsWizard, OpensWithEveryFrameBoundToTheDrive)
     EXPECT_EQ(out1->P_Quelle->GetText(), "E08: Drehzahl Istwert");
     EXPECT_EQ(out1->Edit10V->text(), "3000"); // 400 % of a 12000 rpm full scale
     EXPECT_EQ(out2->P_Quelle->GetKoordinate(), "F50");
+    EXPECT_EQ(out1->LblAnAusgang->text(), "Analog output:");
 
     auto *digital = find<TDigitalAus>("DigitalAus");
     ASSERT_TRUE(digital);
@@ -106,6 +116,8 @@ TEST_F(OutputsWizard, OpensWithEveryFrameBoundToTheDrive)
     ASSERT_TRUE(encoder);
     EXPECT_EQ(encoder->GetwizEncoder(), encoder->tsX4); // I02 0: the motor encoder, B26 X4
     EXPECT_EQ(encoder->GetEncoderType(), ttEndatIn);
+    EXPECT_EQ(encoder->LblX4->text(), "Terminal X4");
+    EXPECT_EQ(encoder->LblResolution->text(), "2048 Inc / Encoder revolution");
     EXPECT_EQ(encoder->LblX120Encoder->text(), "Option KBQ7700");
     EXPECT_TRUE(test::recorder().messages().isEmpty());
 }
