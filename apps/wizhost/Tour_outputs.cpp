@@ -45,14 +45,16 @@ void Tour::walkOutputs()
     sim::SimulatedDrive &drive = m_session.drive();
     const quint32 e58 = drive.addressOf(QStringLiteral("E58"));
     const QString fitted = drive.value(e58);
+    const QString board = m_session.caption(
+        QStringLiteral("cLogBoard"), QStringLiteral("# the drive reports the option board %1"));
     m_session.setUserLevel(3);
     walk(Wizard::Outputs, DWZ_OFFLINE, std::bind(&Tour::outputsOffline, this, _1, _2));
     // Another board in the lower slot: its outputs and pictures replace the first one's.
     drive.setValue(e58, QStringLiteral("KBQ 7701"));
-    m_session.note(QStringLiteral("# the drive reports the option board KBQ 7701"));
+    m_session.note(board.arg(QStringLiteral("KBQ 7701")));
     walk(Wizard::Outputs, DWZ_ONLINE, std::bind(&Tour::outputsOnline, this, _1, _2));
     drive.setValue(e58, fitted);
-    m_session.note(QStringLiteral("# the drive reports the option board ") + fitted);
+    m_session.note(board.arg(fitted));
 }
 
 void Tour::outputsOffline(QWidget *form, QWidget *page)
