@@ -309,9 +309,15 @@ void TEncoderFrame::updateResolution()
     const bool known = GetEncoderType() != ttnone;
     LblAufloesung->setVisible(known);
     LblResolution->setVisible(known);
+    const int resolution = GetEncResolution();
     if (known)
-        LblResolution->setText(
-            QStringLiteral("%1 %2 / %3").arg(GetEncResolution()).arg(s_Ink, s_EncRev));
+        LblResolution->setText(QStringLiteral("%1 %2 / %3").arg(resolution).arg(s_Ink, s_EncRev));
+    const Shown now{GetwizEncoder(), GetEncoderType(), resolution};
+    if (now.page == m_shown.page && now.type == m_shown.type &&
+        now.resolution == m_shown.resolution)
+        return;
+    m_shown = now;
+    Q_EMIT encoderChanged(now.type, now.resolution);
 }
 
 // --- visibility ---------------------------------------------------------------------------------

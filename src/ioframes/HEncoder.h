@@ -118,6 +118,11 @@ public:
     TParaClass *P_H148 = nullptr;
     TParaClass *P_H149 = nullptr;
 
+Q_SIGNALS:
+    /// The page, the encoder type or the resolution changed (by the selector, a function,
+    /// a line count or the SSI data bits).
+    void encoderChanged(drivewiz::TEncoderType type, int resolution);
+
 protected:
     void changeEvent(QEvent *event) override;
 
@@ -133,6 +138,12 @@ private:
     QPointer<TParaClass> m_control;
     QString m_controlName;
     TParaClass::NotifyEvent m_previous; // the selector's change handler before ours
+    struct Shown
+    {
+        const QWidget *page = nullptr;
+        TEncoderType type = ttnone;
+        int resolution = -1;
+    } m_shown; // what encoderChanged last told
     // Watchers of the frame's own controls; gone first when the frame goes.
     std::unique_ptr<QObject> m_helpers;
 };
