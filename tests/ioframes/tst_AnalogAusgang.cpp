@@ -318,6 +318,18 @@ TEST_F(AnalogOut, TheSourceListOffersTheListedParametersAnOutputCanShow)
                      "E07: Null-Skalierung", "E08: Drehzahl Istwert", "E09: Drehzahl Sollwert"}));
 }
 
+TEST_F(AnalogOut, AnOddListTextOffersWhatItCanAndNothingElse)
+{
+    TAnalogAus *f = make(AnalogAus1, " ,;E1[ ** \n 9. .E 2.e1? E00.3 $E14 ");
+    // "**" matches every coordinate; "2.e1?" adds nothing new; the others name nothing.
+    EXPECT_TRUE(items(f->P_Quelle).contains("E00: Motorstrom"));
+    EXPECT_TRUE(items(f->P_Quelle).contains("2.E14: Drehzahl Regelabweichung"));
+    EXPECT_EQ(items(f->P_Quelle).removeDuplicates(), 0);
+    f->SetParameterListe("E1[, 9., .E");
+    EXPECT_TRUE(items(f->P_Quelle).isEmpty());
+    EXPECT_TRUE(messages().isEmpty());
+}
+
 TEST_F(AnalogOut, ChoosingASourceFromTheListUpdatesTheEditor)
 {
     TAnalogAus *f = make(AnalogAus1, "E14 E00 E09");
