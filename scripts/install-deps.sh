@@ -13,6 +13,7 @@ packages=(
   fontconfig fonts-dejavu-core
   xvfb xdotool x11-utils
   python3
+  clang libclang-rt-dev
 )
 
 missing=()

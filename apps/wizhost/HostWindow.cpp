@@ -1,5 +1,7 @@
 #include "HostWindow.h"
 
+#include "HardwareChooser.h"
+
 #include "lang/wizSprache.h"
 
 #include <QApplication>
@@ -89,6 +91,8 @@ QWidget *HostWindow::buildControls()
     form->addRow(named(new QLabel(QStringLiteral("User level"), box), "LblUserLevel"), m_level);
     form->addRow(named(new QLabel(QStringLiteral("Language"), box), "LblLanguage"), m_language);
     v->addLayout(form);
+    m_hardware = new HardwareChooser(m_session, box);
+    v->addWidget(m_hardware);
     v->addStretch(1);
     return box;
 }
@@ -167,6 +171,7 @@ void HostWindow::translate()
     m_menuFile->setTitle(m_session.caption(QStringLiteral("cMenuFile"), m_menuFile->title()));
     m_menuHelp->setTitle(m_session.caption(QStringLiteral("cMenuHelp"), m_menuHelp->title()));
     m_quit->setText(m_session.caption(QStringLiteral("cMenuQuit"), m_quit->text()));
+    m_hardware->translate();
     showSettings();
 }
 

@@ -78,6 +78,7 @@ int Tour::run()
     walk(Wizard::Overview, DWZ_OFFLINE, std::bind(&Tour::overviewOffline, this, _1, _2));
     m_session.setUserLevel(4);
     walk(Wizard::Overview, DWZ_ONLINE, std::bind(&Tour::overviewOnline, this, _1, _2));
+    walkInputs();
     walkOutputs();
     m_session.setOnlineMode(DWZ_OFFLINE);
     settle(200);

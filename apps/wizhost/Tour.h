@@ -49,12 +49,20 @@ private:
     void overviewOffline(QWidget *form, QWidget *page);
     void overviewOnline(QWidget *form, QWidget *page);
 
+    // The Inputs wizard (Tour_inputs.cpp).
+    void walkInputs();
+    void inputsOffline(QWidget *form, QWidget *page);
+    void inputsOnline(QWidget *form, QWidget *page);
+    void chooseSource(QWidget *form, const QString &input, int key);
+    void tickBit(QWidget *form, const QString &bar, int bit);
+    void chooseHardware(int family, int board);
+
     // The wizard "Outputs and encoder" (Tour_outputs.cpp).
     void walkOutputs();
     void outputsOffline(QWidget *form, QWidget *page);
     void outputsOnline(QWidget *form, QWidget *page);
     void typeKeys(QWidget *scope, const QString &edit, const QString &text);
-    void chooseSource(QWidget *scope, const QString &control, const QString &koordinate);
+    void chooseOutputSource(QWidget *scope, const QString &control, const QString &koordinate);
 
     HostSession &m_session;
     HostWindow &m_window;

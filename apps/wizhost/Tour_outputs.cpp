@@ -1,5 +1,5 @@
-// The tour's walk through the wizard "Outputs and encoder": offline with the option board
-// the sample drive has (KBQ 7700), online with a KBQ 7701 that the drive reports.
+// The tour's walk through the wizard "Outputs and encoder": offline on a VKP drive with the
+// option board KBQ 7700, online on a ZRD drive with a KBW 7700, as chosen in the host window.
 
 #include "Tour.h"
 
@@ -42,36 +42,31 @@ QString encoderLine(QWidget *scope)
 void Tour::walkOutputs()
 {
     using namespace std::placeholders;
-    sim::SimulatedDrive &drive = m_session.drive();
-    const quint32 e58 = drive.addressOf(QStringLiteral("E58"));
-    const QString fitted = drive.value(e58);
-    const QString board = m_session.caption(
-        QStringLiteral("cLogBoard"), QStringLiteral("# the drive reports the option board %1"));
     m_session.setUserLevel(3);
+    // The host window's choice of hardware: a VKP drive with the KBQ 7700 in the lower
+    // slot, then a ZRD drive with a KBW 7700 in the upper one (no analog outputs).
+    chooseHardware(0, 1);
     walk(Wizard::Outputs, DWZ_OFFLINE, std::bind(&Tour::outputsOffline, this, _1, _2));
-    // Another board in the lower slot: its outputs and pictures replace the first one's.
-    drive.setValue(e58, QStringLiteral("KBQ 7701"));
-    m_session.note(board.arg(QStringLiteral("KBQ 7701")));
+    chooseHardware(1, 3);
     walk(Wizard::Outputs, DWZ_ONLINE, std::bind(&Tour::outputsOnline, this, _1, _2));
-    drive.setValue(e58, fitted);
-    m_session.note(board.arg(fitted));
+    chooseHardware(0, 1);
 }
 
 void Tour::outputsOffline(QWidget *form, QWidget *page)
 {
     const QString name = page->objectName();
     if (name == QLatin1String("PageAnalog1")) {
-        chooseSource(page, QStringLiteral("P_Quelle"), QStringLiteral("E14"));
+        chooseOutputSource(page, QStringLiteral("P_Quelle"), QStringLiteral("E14"));
         typeKeys(page, QStringLiteral("Edit10V"), QStringLiteral("1500"));
         typeKeys(page, QStringLiteral("Edit0V"), QStringLiteral("-1500"));
     } else if (name == QLatin1String("PageAnalog2")) {
-        chooseSource(page, QStringLiteral("P_Quelle"), QStringLiteral("E09")); // not scalable
+        chooseOutputSource(page, QStringLiteral("P_Quelle"), QStringLiteral("E09")); // not scalable
         shoot(form, QStringLiteral("outputs-offline-PageAnalog2-unscalable"));
-        chooseSource(page, QStringLiteral("P_Quelle"), QStringLiteral("E00"));
+        chooseOutputSource(page, QStringLiteral("P_Quelle"), QStringLiteral("E00"));
         typeKeys(page, QStringLiteral("Edit10V"), QStringLiteral("10"));
     } else if (name == QLatin1String("PageDigital")) {
-        chooseSource(page, QStringLiteral("P_F64"), QStringLiteral("E20"));
-        chooseSource(page, QStringLiteral("P_F65"), QStringLiteral("2.E17"));
+        chooseOutputSource(page, QStringLiteral("P_F64"), QStringLiteral("E20"));
+        chooseOutputSource(page, QStringLiteral("P_F65"), QStringLiteral("2.E17"));
     } else if (name == QLatin1String("PageEncoder")) {
         choose(form, QStringLiteral("P_I02"), 4);
         say(encoderLine(page));
@@ -88,7 +83,7 @@ void Tour::outputsOnline(QWidget *form, QWidget *page)
         typeKeys(page, QStringLiteral("Edit10V"), QStringLiteral("3000"));
         typeKeys(page, QStringLiteral("Edit0V"), QStringLiteral("0"));
     } else if (name == QLatin1String("PageDigital")) {
-        chooseSource(page, QStringLiteral("P_F66"), QStringLiteral("E21"));
+        chooseOutputSource(page, QStringLiteral("P_F66"), QStringLiteral("E21"));
     } else if (name == QLatin1String("PageEncoder")) {
         choose(form, QStringLiteral("P_I02"), 3);
         say(encoderLine(page));
@@ -124,7 +119,7 @@ void Tour::typeKeys(QWidget *scope, const QString &name, const QString &text)
 }
 
 // Choosing a source: the list is opened and closed on the parameter's entry.
-void Tour::chooseSource(QWidget *scope, const QString &name, const QString &koordinate)
+void Tour::chooseOutputSource(QWidget *scope, const QString &name, const QString &koordinate)
 {
     auto *c = scope->findChild<TParaClass *>(name);
     auto *combo = c ? qobject_cast<QComboBox *>(c->GetEditControl()) : nullptr;

@@ -77,6 +77,11 @@ void TAnalogEin::SetwizAE(int n)
     if (ioframes::atRunTime(*this)) setVisible(n != 0);
 }
 
+TParaTable *TAnalogEin::wizParaSource() const
+{
+    return m_table;
+}
+
 void TAnalogEin::SetwizParaSource(TParaTable *table)
 {
     m_table = table;

@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <algorithm>
 #include <cmath>
 
 namespace drivewiz {
@@ -275,7 +276,9 @@ void TAnalogAus::HideIfNoOutputs()
     m_outputsChecked = true;
     QString board;
     ioframes::DriveValue(wizParaSource(), QStringLiteral("E58"), board);
-    if (!board.isEmpty()) return;
+    // A slot the drive reports as "---" (or "???") is as empty as an empty text.
+    if (std::any_of(board.cbegin(), board.cend(), [](QChar c) { return c.isLetterOrNumber(); }))
+        return;
     m_noOutputs = true;
     hide();
     ioframes::HideWizardPage(this);

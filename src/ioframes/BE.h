@@ -155,7 +155,7 @@ private:
     int m_noCareAuswahl = 0;
     int m_savedAuswahl = 0;
     bool m_suppressInViewer = false;
-    QPointer<TwizComboBox> m_hookedCombo;
+    QPointer<QObject> m_hookedCombo; // compared while it dies: no downcast
 };
 
 /// A binary signal input: adds a status lamp that shows the signal's level (offline from
@@ -183,7 +183,7 @@ public:
     TColor LampColor() const { return m_lampColor; }
     /// The invisible control of the display parameter, "InvisAnzeigePar_" + name (run
     /// time only).
-    TParaClass *InvisAnzeigePar() const { return m_display; }
+    TParaClass *InvisAnzeigePar() const;
     /// The option board the pruning last saw ("?" until then).
     QString RememberedOptionBoard() const { return m_optionBoard; }
     /// Bit bars on the form whose master is wizBusParName.

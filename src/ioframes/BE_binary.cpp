@@ -57,6 +57,11 @@ TBEinput::TBEinput(QWidget *parent) : TInput(parent)
 
 TBEinput::~TBEinput() = default;
 
+TParaClass *TBEinput::InvisAnzeigePar() const
+{
+    return m_display;
+}
+
 void TBEinput::SetwizBusParBit(int bit)
 {
     if (runTime()) releaseBusLink();
@@ -260,7 +265,7 @@ int TBEinput::rightOfControl() const
 void TBEinput::UpdateControlsPos()
 {
     TInput::UpdateControlsPos();
-    if (!m_lamp) return;
+    if (!m_lamp || isLoading()) return;
     const QWidget *input = P_Quelle->GetEditControl();
     const int top = input ? input->y() : 2;
     const int h = input ? input->height() : 20;

@@ -9,6 +9,8 @@
 #include <QPointer>
 #include <QSvgRenderer>
 #include <QApplication>
+#include <QHash>
+#include <QPair>
 
 #include <algorithm>
 
@@ -37,10 +39,14 @@ void setupForm(QWidget *frame, const std::function<void()> &setupUi)
 
 QPixmap arrowPicture(const QSize &size)
 {
-    QSvgRenderer renderer(QStringLiteral(":/drivewiz/pictures/arrow_right.svg"));
+    // Many rows show arrows of a few sizes: the picture is read once and drawn once a size.
+    static QSvgRenderer renderer(QStringLiteral(":/drivewiz/pictures/arrow_right.svg"));
+    static QHash<QPair<QSize, qreal>, QPixmap> drawn;
     if (!renderer.isValid() || size.isEmpty()) return QPixmap();
-    // Drawn for the screen's device pixels, so the arrow stays sharp at any scale.
     const qreal ratio = qApp ? qApp->devicePixelRatio() : 1.0;
+    const auto key = qMakePair(size, ratio);
+    if (const auto it = drawn.constFind(key); it != drawn.constEnd()) return it.value();
+    // Drawn for the screen's device pixels, so the arrow stays sharp at any scale.
     QImage image(size * ratio, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -48,11 +54,14 @@ QPixmap arrowPicture(const QSize &size)
     const qreal w = size.width();
     const qreal h = size.height();
     const qreal head = std::min(w, h);
-    if (w > head) renderer.render(&painter, QStringLiteral("shaft"), QRectF(0, h * 5 / 12, w - head, h / 6));
+    if (w > head)
+        renderer.render(&painter, QStringLiteral("shaft"), QRectF(0, h * 5 / 12, w - head, h / 6));
     renderer.render(&painter, QStringLiteral("head"), QRectF(w - head, (h - head) / 2, head, head));
     painter.end();
     QPixmap pixmap = QPixmap::fromImage(image);
     pixmap.setDevicePixelRatio(ratio);
+    if (drawn.size() > 64) drawn.clear();
+    drawn.insert(key, pixmap);
     return pixmap;
 }
 

@@ -24,6 +24,10 @@ class TParaClass;
 
 namespace drivewiz {
 
+namespace paractl {
+struct CtrlLayout;
+}
+
 class TwizComboBox;
 class TwizEdit;
 class TMyRadioGroup;
@@ -184,8 +188,15 @@ public:
     void FreeCustomCtrls();
     void InitAuswahlListe(bool flag = true);
     QString InputKoordinate(const QString &defaultValue);
+    /// The frame's height: below the lowest part (input field, bit numbers) plus 3.
     int CalcHeight() const;
+    /// Places labels and fields from their fonts and texts (the positions of the drive
+    /// tool's frame are the minimums) and makes the frame as wide as its texts need.
     void SetEditCtrlPosition();
+    /// What the texts and fields need: the name in full, the input field wide enough for
+    /// its value, the unit, the bit boxes.
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
     void FontChanged();
 
     // --- editing -------------------------------------------------------------------------------
@@ -275,6 +286,8 @@ private:
     void setRadioText(const QString &text);
     void setEditText(const QString &text);
     bool keyPressed(QObject *watched, QKeyEvent *event);
+    paractl::CtrlLayout computeLayout(int frameWidth) const;
+    void fitInput();
     void fillSelectionList();
     void myInfoButtonClick();
     void updateInfoButton();
@@ -330,6 +343,7 @@ private:
     bool m_fromMirror = false;
     bool m_building = false;
     bool m_closingUp = false;
+    bool m_placing = false;
     bool m_exiting = false; // MyExit corrects a value and writes it itself
 };
 

@@ -84,6 +84,7 @@ void TParaClass::SetKoordinate(const QString &koordinate)
     if (m_table && !m_table->TextRestoring()) leaveSameParameterLists();
     const QString before = GetKoordinate();
     m_lblKoordinate->setText(koordinate);
+    SetEditCtrlPosition();
     paractl::Registry::instance().setKoordinate(this, before, koordinate);
     const bool isKoord = IsKoordinate(koordinate);
     if (isDesigning() && m_table && isKoord && !m_noAutomNameChange) {
@@ -329,77 +330,6 @@ void TParaClass::InitAuswahlListe(bool flag)
 QString TParaClass::InputKoordinate(const QString &defaultValue)
 {
     return InputBox(QString(), QStringLiteral("Koordinate:"), defaultValue);
-}
-
-int TParaClass::CalcHeight() const
-{
-    if (!m_input) return height();
-    const QWidget *lowest = m_bitBoxes.isEmpty() ? m_input : m_bitLabels.first();
-    return lowest->y() + lowest->height() + 3;
-}
-
-// The input field sits under the name (caBottom) or right of it at wizControlLeft
-// (caRight); its width is wizControlWidth, its height wizControlHeight or its natural
-// one. The unit label follows the field; bit boxes run left to right, highest bit first,
-// with their numbers underneath.
-namespace {
-
-// The natural height of an input field depends only on its class and font: ask the style
-// once per kind instead of once per control.
-int naturalHeight(QWidget *input)
-{
-    static QHash<QString, int> heights;
-    const QString key = QString::fromLatin1(input->metaObject()->className()) + input->font().key();
-    auto it = heights.constFind(key);
-    if (it == heights.constEnd()) it = heights.insert(key, input->sizeHint().height());
-    return it.value();
-}
-
-constexpr int kUnitWidth = 40;
-
-} // namespace
-
-void TParaClass::SetEditCtrlPosition()
-{
-    if (!m_input) return;
-    const bool radio = qobject_cast<TMyRadioGroup *>(m_input) != nullptr;
-    const int natural = radio ? m_input->sizeHint().height() : naturalHeight(m_input);
-    const int h = m_controlHeight > 0 ? std::max(m_controlHeight, radio ? natural : 0) : natural;
-    const int w = m_controlWidth > 0 ? m_controlWidth : std::max(40, width() - 40);
-    const int x = m_controlAlign == caRight ? m_controlLeft : 3;
-    const int y = m_controlAlign == caRight ? 2 : m_lblParaName->y() + m_lblParaName->height() + 1;
-    m_input->setGeometry(x, y, w, h);
-    if (m_unit) m_unit->setGeometry(x + w + 4, y, kUnitWidth, h);
-    if (m_infoButton) m_infoButton->setGeometry(x + w + (m_unit ? 4 + kUnitWidth : 0) + 2, y, h, h);
-    for (int i = 0; i < m_bitBoxes.size(); ++i) {
-        m_bitBoxes[i]->setGeometry(x + i * 16, y, 16, 16);
-        m_bitLabels[i]->setGeometry(x + i * 16, y + 16, 16, 10);
-    }
-    const int wanted = CalcHeight();
-    if (height() != wanted) resize(width(), wanted);
-}
-
-void TParaClass::resizeEvent(QResizeEvent *event)
-{
-    QFrame::resizeEvent(event);
-    if (isDesigning() && GetKoordinate() == QLatin1String("B33B")) {
-        SetKoordinate(InputKoordinate(GetKoordinate()));
-        return;
-    }
-    if (!m_input && !m_building && !isLoading()) RebuildParaControl();
-}
-
-void TParaClass::FontChanged()
-{
-    if (!m_table) return;
-    QFont k = m_table->FontKoordinate();
-    QFont n = m_table->FontParaName();
-    m_lblKoordinate->setFont(k);
-    m_lblParaName->setFont(n);
-    if (qobject_cast<QLineEdit *>(m_input) || qobject_cast<QComboBox *>(m_input))
-        m_input->setFont(m_table->FontEditFeld());
-    if (m_unit) m_unit->setFont(m_table->FontDimension());
-    SetEditCtrlPosition();
 }
 
 void TParaClass::leaveSameParameterLists()

@@ -197,6 +197,9 @@ void TParaClass::MyOnChange(QObject *sender)
             PostMessage(handle, wmParaChanged, quintptr(this), 0);
         SetCtrlColor();
         m_input->update();
+        // A value that comes from the program or a choice is shown in full; typing
+        // scrolls the field instead of growing it.
+        if (!Focused() || !qobject_cast<QLineEdit *>(m_input)) fitInput();
         if (m_controlType == wctBinaryCheckBoxes && !m_bitBoxes.isEmpty()) {
             int value = 0;
             try {

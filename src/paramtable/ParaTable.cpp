@@ -233,9 +233,9 @@ int TParaTable::GetRecNo(const QString &koordinate, bool fetchFresh)
     address = quint32(HexToInt(Cell(row, QStringLiteral("USS-Adresse /hex"))));
     QString value;
     quint8 status = 0;
-    if (GetFreshParaValue(address, koordinate, value, status) && status == 0)
-        SetCell(row, QStringLiteral("Wert"), value);
-    return row;
+    GetFreshParaValue(address, koordinate, value, status); // stores it in "Wert"
+    // Found again: rows the host described during the call may have moved it.
+    return FindRecord(koordinate, QString::number(m_currentAx), address);
 }
 
 bool TParaTable::ParamExists(const QString &koordinate)

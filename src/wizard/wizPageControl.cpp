@@ -13,6 +13,7 @@
 
 #include <QAbstractButton>
 #include <QDynamicPropertyChangeEvent>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QTabBar>
 #include <QTimer>
@@ -525,6 +526,10 @@ TwizTreeView::TwizTreeView(QWidget *parent) : QTreeWidget(parent)
 {
     setHeaderHidden(true);
     setColumnCount(1);
+    // A long page caption scrolls sideways instead of being cut short with "...".
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setStretchLastSection(false);
+    setTextElideMode(Qt::ElideNone);
     connect(this, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem *node) { Change(node); });
 }

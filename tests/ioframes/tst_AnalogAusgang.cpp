@@ -422,6 +422,14 @@ TEST_F(AnalogOut, ADriveWithoutLowerOptionBoardHidesFrameAndWizardPage)
     EXPECT_EQ(outputs->property("Tag").toInt(), 1);
     EXPECT_EQ(tree->topLevelItemCount(), 1);
 
+    // A slot reported as dashes is empty too.
+    setValue("E58", "---");
+    auto *second = new TAnalogAus(outputs);
+    second->SetAnalogAusgang(AnalogAus2);
+    second->SetwizParaSource(table);
+    load(second);
+    EXPECT_TRUE(second->isHidden());
+
     // Once per frame: a board reported later does not bring it back.
     setValue("E58", "KBQ 7700");
     f->HideIfNoOutputs();

@@ -4,6 +4,7 @@
 
 #include "support/testing.h"
 
+#include "HardwareChooser.h"
 #include "HostOptions.h"
 #include "HostSession.h"
 #include "ioframes/AnalogAusgang.h"
@@ -132,8 +133,10 @@ TEST_F(OutputsWizard, FollowsTheHardwareTheDriveReports)
     EXPECT_EQ(find<TEncoderFrame>("EncoderFrame")->LblX120Encoder->text(), "Option KBQ7701");
     session->closeWizard();
 
-    // No board in the lower slot: no analog outputs, and the wizard leaves their pages out.
-    hardware("ZRD 2202", "KBW 7700", "");
+    // The host window's choice of a ZRD drive with a KBW 7700: its lower slot reads "---",
+    // so there are no analog outputs, and the wizard leaves their pages out.
+    const FittedHardware zrd = HardwareChooser::Fitted(1, 3);
+    hardware(zrd.family, zrd.upper, zrd.lower);
     ASSERT_NE(open(), nullptr);
     EXPECT_EQ(find<QWidget>("PageAnalog1")->property("Tag").toInt(), 1);
     EXPECT_EQ(find<QWidget>("PageAnalog2")->property("Tag").toInt(), 1);
