@@ -2,11 +2,9 @@
 // drive, the fitted hardware the drive reports, and a scaling typed by keys reaching the
 // drive when the wizard closes with OK.
 
-#include "support/testing.h"
+#include "session_fixture.h"
 
 #include "HardwareChooser.h"
-#include "HostOptions.h"
-#include "HostSession.h"
 #include "ioframes/AnalogAusgang.h"
 #include "ioframes/DigitalAusgang.h"
 #include "ioframes/HEncoder.h"
@@ -17,12 +15,10 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QDeadlineTimer>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -31,28 +27,13 @@ using namespace drivewiz::wizhost;
 
 namespace {
 
-class OutputsWizard : public testing::Test
+class OutputsWizard : public HostSessionTest
 {
 protected:
     void SetUp() override
     {
-        options.dataDir = test::sourcePath(QStringLiteral("data/sample"));
-        options.formsDir = test::sourcePath(QStringLiteral("apps/wizhost/forms"));
-        options.language = 2;
-        // The wizards read the sample language files from a folder of the test's own.
-        for (const char *name : {"wizling.1", "wizling.2"})
-            test::writeFile(config.filePath(QLatin1String(name)),
-                            test::readFile(test::sourcePath(QStringLiteral("data/sample/") +
-                                                            QLatin1String(name))));
-        dwz_set_config_folder(config.path().toUtf8().constData());
-        session = std::make_unique<HostSession>(options);
-        QString error;
-        ASSERT_TRUE(session->start(error)) << error.toStdString();
-    }
-    void TearDown() override
-    {
-        session.reset();
-        dwz_set_config_folder(nullptr);
+        HostSessionTest::SetUp();
+        session->setLanguage(2);
     }
 
     QDialog *open()
@@ -75,17 +56,6 @@ protected:
     {
         return session->openDialog()->findChild<T *>(QLatin1String(name));
     }
-    static void settle(int milliseconds = 50)
-    {
-        QDeadlineTimer deadline(milliseconds);
-        do {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        } while (!deadline.hasExpired());
-    }
-
-    QTemporaryDir config;
-    HostOptions options;
-    std::unique_ptr<HostSession> session;
 };
 
 } // namespace
@@ -165,7 +135,7 @@ TEST_F(OutputsWizard, ScalingTypedByKeysReachesTheDriveWithOk)
     EXPECT_EQ(out1->P_Faktor->GetText(), "100.0");
     EXPECT_EQ(out1->P_Offset->GetText(), "5.00");
     find<QAbstractButton>("BtnOK")->click();
-    settle(100);
+    settle();
     const QStringList log = session->drive().log();
     EXPECT_TRUE(log.contains("F40 (0) = E14: Drehzahl Regelabweichung"))
         << log.join('\n').toStdString();
