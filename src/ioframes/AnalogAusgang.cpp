@@ -191,6 +191,9 @@ void TAnalogAus::hookControls()
             if (ioframes::atRunTime(*this) && wizParaSource() && !m_writing) UpdateCustomEdits();
         });
     }
+    // The two values can be typed only where factor and offset can be changed.
+    for (TParaClass *c : {P_Faktor, P_Offset})
+        connect(c, &TParaClass::enabledChanged, this, [this] { updateEditsEnabled(); });
     for (QLineEdit *edit : {Edit10V, Edit0V}) {
         edit->installEventFilter(this);
         connect(edit, &QLineEdit::editingFinished, this, [this] { editLeft(); });
@@ -216,6 +219,14 @@ void TAnalogAus::InitParameterCombo()
     filter.typeWords = {QStringLiteral("U16"), QStringLiteral("I16"), QStringLiteral("U32"),
                         QStringLiteral("I32"), QStringLiteral("P64")};
     ioframes::FillSourceCombo(P_Quelle, m_sources->entries(wizParaSource(), m_liste, filter));
+}
+
+void TAnalogAus::updateEditsEnabled()
+{
+    const bool editable = P_Faktor->GetEditControl() && P_Offset->GetEditControl() &&
+                          P_Faktor->GetEnabled() == pEnabled && P_Offset->GetEnabled() == pEnabled;
+    for (QLineEdit *edit : {Edit10V, Edit0V})
+        edit->setReadOnly(!editable);
 }
 
 // --- the source check -------------------------------------------------------------------------
@@ -356,7 +367,7 @@ void TAnalogAus::showUnits(int record)
 void TAnalogAus::Edit10VKeyUp(QObject *sender)
 {
     Q_UNUSED(sender)
-    if (!wizParaSource()) return;
+    if (!wizParaSource() || Edit10V->isReadOnly()) return;
     const int record = sourceRecord();
     if (!CheckQuelle(record)) return;
     applyTyped(record, true);

@@ -123,6 +123,7 @@ private:
     QString sourceText() const;
     int sourceRecord() const;
     void showUnits(int record);
+    void updateEditsEnabled();
 
     std::unique_ptr<Ui::TAnalogAus> m_ui;
     std::unique_ptr<ioframes::FrameTable> m_link; // the table

@@ -399,6 +399,22 @@ TEST_F(AnalogOut, OnlineEveryConvertedValueReachesTheDrive)
     EXPECT_GE(items(f->P_Quelle).size(), 2);
 }
 
+TEST_F(AnalogOut, TheValuesCanBeTypedOnlyWhereFactorAndOffsetCanBeChanged)
+{
+    TAnalogAus *f = make();
+    EXPECT_FALSE(f->Edit10V->isReadOnly());
+    goOnline(omRueckdoku); // read-back: nothing may be changed
+    EXPECT_TRUE(f->Edit10V->isReadOnly());
+    EXPECT_TRUE(f->Edit0V->isReadOnly());
+    type(f->Edit10V, "1");
+    EXPECT_EQ(f->P_Faktor->GetText(), "100.0");
+    EXPECT_EQ(beeps(), 0);
+    goOnline(omOffline);
+    EXPECT_FALSE(f->Edit10V->isReadOnly());
+    f->P_Faktor->SetwizEnabled(pReadOnly); // a form that shows the factor only
+    EXPECT_TRUE(f->Edit0V->isReadOnly());
+}
+
 // --- a drive without analog outputs ---------------------------------------------------------
 
 TEST_F(AnalogOut, ADriveWithoutLowerOptionBoardHidesFrameAndWizardPage)
