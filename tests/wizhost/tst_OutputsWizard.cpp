@@ -111,6 +111,7 @@ TEST_F(OutputsWizard, FollowsTheHardwareTheDriveReports)
     EXPECT_EQ(find<QWidget>("PageAnalog1")->property("Tag").toInt(), 1);
     EXPECT_EQ(find<QWidget>("PageAnalog2")->property("Tag").toInt(), 1);
     EXPECT_EQ(find<QTreeWidget>("TreeView")->topLevelItemCount(), 2);
+    EXPECT_EQ(find<QTabWidget>("PageControl")->currentWidget(), find<QWidget>("PageDigital"));
     digital = find<TDigitalAus>("DigitalAus");
     EXPECT_FALSE(digital->Img_BA_KBW7700->isHidden());
     EXPECT_EQ(digital->LblOption->text(), "Option KBW 7700");
