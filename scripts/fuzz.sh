@@ -29,9 +29,14 @@ command -v ninja >/dev/null 2>&1 && generator=(-G Ninja)
 launcher=()
 command -v ccache >/dev/null 2>&1 &&
   launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
-cmake -S "$root/tests/fuzz" -B "$build" "${generator[@]}" "${launcher[@]}" \
-  -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug >/dev/null
-cmake --build "$build" -j"$jobs" >/dev/null
+mkdir -p "$build"
+if ! { cmake -S "$root/tests/fuzz" -B "$build" "${generator[@]}" "${launcher[@]}" \
+         -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug &&
+       cmake --build "$build" -j"$jobs"; } >"$build/build.log" 2>&1; then
+  echo "drivewiz: the fuzz targets do not build:"
+  grep -E "error|undefined reference" "$build/build.log" | head -20
+  exit 1
+fi
 
 # The sample files each target starts from, besides tests/fuzz/seeds/<target>.
 samples() {

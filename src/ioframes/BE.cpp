@@ -313,8 +313,14 @@ int TInput::rightOfControl() const
 int TInput::NeededControlLeft() const
 {
     const QLabel *name = P_Quelle->paraNameLabel();
-    const int text = name->fontMetrics().horizontalAdvance(name->text());
-    return name->x() + text + 4 + CheckBox1->sizeHint().width() + 4;
+    // Frames of rows ask on every layout: the name is measured once a text and font.
+    const QString key = name->text() + QLatin1Char('\n') + name->font().key();
+    if (key != m_measuredName) {
+        m_measuredName = key;
+        m_measuredWidth = name->fontMetrics().horizontalAdvance(name->text()) + 4 +
+                          CheckBox1->sizeHint().width() + 4;
+    }
+    return name->x() + m_measuredWidth;
 }
 
 QSize TInput::sizeHint() const
@@ -361,8 +367,9 @@ bool TInput::eventFilter(QObject *watched, QEvent *event)
 void TInput::UpdateLanguage()
 {
     const TParaTable *table = wizParaSource();
-    if (table && table->LanguageFile())
-        ReadControls(table->LanguageFile(), table->Language(), QStringLiteral("TInput"), this);
+    if (table)
+        ioframes::translateParts(table->LanguageFile(), QStringLiteral("TInput"),
+                                 {CheckBox1, ImgArrow});
 }
 
 void TInput::Loaded()

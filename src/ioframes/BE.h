@@ -156,6 +156,8 @@ private:
     int m_savedAuswahl = 0;
     bool m_suppressInViewer = false;
     QPointer<QObject> m_hookedCombo; // compared while it dies: no downcast
+    mutable QString m_measuredName;
+    mutable int m_measuredWidth = 0;
 };
 
 /// A binary signal input: adds a status lamp that shows the signal's level (offline from
@@ -213,6 +215,7 @@ private:
     void updateLamp();
     void setLamp(bool shown, TColor colour);
     void collectBars();
+    TBitLeiste *barWithBit() const;
     void askIncrement(const QString &before, const QString &after);
 
     int m_busParBit = 0;

@@ -89,9 +89,9 @@ QString firstWord(const QString &text)
 }
 
 // Follows a source control's input field through its rebuilds: fills each new field's
-// list, and when the user leaves the field puts a typed parameter in the form of its
-// entry before the control itself takes the text (the filter is installed after the
-// control's own, so it sees the leaving first).
+// list, and remembers the source the field had when the user entered it. Leaving the
+// field puts a typed parameter in the form of its entry first thing (the control's
+// BeforeExit), so that the control then writes the corrected text, once.
 class SourceFieldWatcher : public QObject
 {
 public:
@@ -100,6 +100,11 @@ public:
           m_refill(std::move(refill))
     {
         control->installEventFilter(this);
+        control->BeforeExit = [previous = control->BeforeExit,
+                               self = QPointer<SourceFieldWatcher>(this)](QObject *sender) {
+            if (previous) previous(sender);
+            if (self && self->m_control) PrepareSourceText(self->m_control, self->m_entered);
+        };
         attach();
     }
 
@@ -111,11 +116,9 @@ protected:
             // The new child is still being made: its list is filled once it stands.
             m_pending = true;
             QMetaObject::invokeMethod(this, &SourceFieldWatcher::attach, Qt::QueuedConnection);
-        } else if (event->type() == QEvent::FocusIn && watched == m_field && m_control) {
-            m_entered = m_control->GetText();
-        } else if (event->type() == QEvent::FocusOut && watched == m_field && m_control &&
+        } else if (event->type() == QEvent::FocusIn && watched == m_field && m_control &&
                    static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason) {
-            PrepareSourceText(m_control, m_entered);
+            m_entered = m_control->GetText();
         }
         return QObject::eventFilter(watched, event);
     }

@@ -87,7 +87,8 @@ void HideWizardPage(QWidget *w);
 /// Keeps a source control's list and its typed text: `refill` runs for the field the
 /// control has now and for every field it builds later (the table rebuilds controls when
 /// the online mode changes), once that field stands; leaving the field (not for its own
-/// list) runs PrepareSourceText before the control takes the text.
+/// list) runs PrepareSourceText first thing (the control's BeforeExit), before the
+/// control checks and writes the text.
 void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill);
 
 /// Puts the text typed into a source control's drop-down field in the form of its entry,

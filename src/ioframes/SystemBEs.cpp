@@ -154,9 +154,9 @@ bool TSystemBEsFrame::event(QEvent *event)
 
 void TSystemBEsFrame::UpdateLanguage()
 {
-    if (m_table && m_table->LanguageFile())
-        ReadControls(m_table->LanguageFile(), m_table->Language(),
-                     QStringLiteral("TSystemBEsFrame"), this);
+    if (m_table)
+        ioframes::translateParts(m_table->LanguageFile(), QStringLiteral("TSystemBEsFrame"),
+                                 {LblEingangFrg, ImgArrow});
     FrameResize();
 }
 

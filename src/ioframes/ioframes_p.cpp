@@ -1,6 +1,7 @@
 #include "ioframes/ioframes_p.h"
 
 #include "paramctrls/ParamCtrls.h"
+#include "lang/wizSprache.h"
 #include "paramtable/ParaTable.h"
 
 #include <QImage>
@@ -8,6 +9,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QSvgRenderer>
+#include <QAbstractButton>
 #include <QApplication>
 #include <QHash>
 #include <QPair>
@@ -86,6 +88,20 @@ QWidget *findDepthFirst(QWidget *root, const std::function<bool(QWidget *)> &mat
         }
     }
     return nullptr;
+}
+
+void translateParts(const IniFile *ini, const QString &section, const QList<QWidget *> &parts)
+{
+    if (!ini) return;
+    for (QWidget *w : parts) {
+        if (!w || w->objectName().isEmpty()) continue;
+        const QString name = w->objectName();
+        w->setToolTip(wizReadString(ini, section, QLatin1Char('h') + name, w->toolTip()));
+        if (auto *label = qobject_cast<QLabel *>(w))
+            label->setText(wizReadString(ini, section, QLatin1Char('c') + name, label->text()));
+        else if (auto *button = qobject_cast<QAbstractButton *>(w))
+            button->setText(wizReadString(ini, section, QLatin1Char('c') + name, button->text()));
+    }
 }
 
 QString formKoordinate(const QString &text)

@@ -118,6 +118,10 @@ public:
     KeyPressEvent OnKeyPress;
     NotifyEvent OnEnter;
     NotifyEvent OnExit;
+    /// Runs first when the field is left, before the checks and the posting: a frame that
+    /// turns typed text into an entry of its list (signal sources) does it here, so that
+    /// what is posted is the corrected text, once. Its SetText posts nothing itself.
+    NotifyEvent BeforeExit;
     NotifyEvent OnEnabledChange;
     NotifyEvent OnChange;
     NotifyEvent OnVisibleChange;
@@ -281,6 +285,8 @@ private:
     void fireVisibleChange();
     void applyHints(int record);
     void leaveSameParameterLists();
+    bool takeAutomaticName();
+    void designTimeLoaded();
     bool mayPostFromProgram() const;
     bool setComboText(const QString &text);
     void setRadioText(const QString &text);

@@ -58,7 +58,11 @@ void TParaClass::Loaded()
     Component::Loaded();
     if (!m_table && !m_tableName.isEmpty() && window())
         m_table = window()->findChild<TParaTable *>(m_tableName);
-    if (!m_table || isDesigning()) return;
+    if (isDesigning()) {
+        designTimeLoaded();
+        return;
+    }
+    if (!m_table) return;
     RebuildParaControl();
     SucheGleicheParameter();
     takeOverPartnerText();
@@ -87,18 +91,7 @@ void TParaClass::SetKoordinate(const QString &koordinate)
     SetEditCtrlPosition();
     paractl::Registry::instance().setKoordinate(this, before, koordinate);
     const bool isKoord = IsKoordinate(koordinate);
-    if (isDesigning() && m_table && isKoord && !m_noAutomNameChange) {
-        QString name = QStringLiteral("P_") + koordinate;
-        name.replace(QLatin1Char('.'), QLatin1Char('_'));
-        if (objectName() != name) {
-            QWidget *form = window();
-            if (form && form->findChild<QWidget *>(name)) {
-                SetKoordinate(InputKoordinate(QString()));
-                return;
-            }
-            setObjectName(name);
-        }
-    }
+    if (!takeAutomaticName()) return;
     if (isKoord) {
         buildForCoordinate();
     } else if (isDesigning()) {
@@ -111,6 +104,37 @@ void TParaClass::buildForCoordinate()
     RebuildParaControl();
     if (!isDesigning()) SucheGleicheParameter();
     if (!isLoading()) takeOverPartnerText();
+}
+
+// In the form designer the control is named after its coordinate: "P_" + the coordinate
+// with dots as underscores. When another component of the form has that name already,
+// the form author is asked for another coordinate, and the answer is set instead: false
+// then, as that SetKoordinate has done everything.
+bool TParaClass::takeAutomaticName()
+{
+    const QString koordinate = GetKoordinate();
+    if (!isDesigning() || !m_table || m_noAutomNameChange || !IsKoordinate(koordinate)) return true;
+    QString name = QStringLiteral("P_") + koordinate;
+    name.replace(QLatin1Char('.'), QLatin1Char('_'));
+    if (objectName() == name) return true;
+    QWidget *form = window();
+    if (form && form->findChild<QWidget *>(name)) {
+        SetKoordinate(InputKoordinate(QString()));
+        return false;
+    }
+    setObjectName(name);
+    return true;
+}
+
+// In the form designer a control shows its parameter as soon as it is in the form. A
+// control dropped without a table joins the form's parameter table and takes its name
+// from its coordinate; one read from a form file keeps its name.
+void TParaClass::designTimeLoaded()
+{
+    const bool joins = !m_table && m_tableName.isEmpty() && window();
+    if (joins) SetwizParaSource(window()->findChild<TParaTable *>());
+    if (!m_table || (joins && !takeAutomaticName())) return;
+    RebuildParaControl();
 }
 
 void TParaClass::FreeCustomCtrls()

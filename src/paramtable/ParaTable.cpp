@@ -78,7 +78,9 @@ void TParaTable::SetCurrentAx(int axis)
 
 void TParaTable::SetParamFileName(const QString &name)
 {
+    if (m_fileNameParams == name) return;
     m_fileNameParams = name;
+    designTimeReload();
 }
 
 void TParaTable::setFont(int which, const QFont &font)
@@ -161,7 +163,10 @@ QWidget *TParaTable::ownerForm() const
 void TParaTable::Loaded()
 {
     Component::Loaded();
-    if (isDesigning()) return;
+    if (isDesigning()) {
+        if (!m_descriptionsLoaded) designTimeReload();
+        return;
+    }
     if (!m_richEditName.isEmpty() && ownerForm())
         SetRichEditCtrl(ownerForm()->findChild<QTextEdit *>(m_richEditName));
     ReloadCSVFile();
@@ -197,6 +202,15 @@ void TParaTable::ReloadCSVFile()
     loadAuswahl(file);
     m_descriptionsLoaded = true;
     UpdateParaObjects(true);
+}
+
+// While the form is drawn the descriptions are read as soon as a file is named, so that
+// the parameter controls show their parameters' names and input fields. Only a file that
+// is there is read: drawing a form shows no messages.
+void TParaTable::designTimeReload()
+{
+    if (!isDesigning() || isLoading() || !QFileInfo(m_fileNameParams).isFile()) return;
+    ReloadCSVFile();
 }
 
 void TParaTable::loadAuswahl(const QString &descriptionFile)

@@ -256,6 +256,7 @@ private:
     void updateIndirectUnits(const QString &koordinate);
     bool formHasPageControl() const;
     void loadAuswahl(const QString &descriptionFile);
+    void designTimeReload();
     void openCfg();
     void fillGroupFromDescriptions(TImportTable &table, const QString &group);
     void reportBindError(TParaClass *control, const QString &error);

@@ -248,6 +248,7 @@ private:
     bool shownAfter(int index) const;
     void applyTabVisible();
     void applyBackButton();
+    void linkLoneTreeView();
     void renameParts(QWidget *page, int from, int to);
     void createFormParts();
     void placeSearch();

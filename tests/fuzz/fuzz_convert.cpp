@@ -44,9 +44,9 @@ bool referenceInt(const QString &text, int bits, qint64 &out)
         v = v * unsigned(base) + unsigned(std::isdigit(uchar(c)) ? c - '0' : (c | 0x20) - 'a' + 10);
         if (v > (unsigned __int128)1 << 64) return false;
     }
-    const unsigned __int128 limit = base == 16 ? ((unsigned __int128)1 << bits) - 1
-                                               : ((unsigned __int128)1 << (bits - 1)) -
-                                                     (negative ? 0 : 1);
+    const unsigned __int128 limit = base == 16
+                                        ? ((unsigned __int128)1 << bits) - 1
+                                        : ((unsigned __int128)1 << (bits - 1)) - (negative ? 0 : 1);
     if (v > limit) return false;
     quint64 u = quint64(v);
     if (base == 16 && bits == 32) u = quint64(qint64(qint32(quint32(u))));

@@ -79,12 +79,12 @@ QStringList rowCells(const TImportTable &t, int p)
 void checkIndex(const TImportTable &t)
 {
     for (int p = 0; p + 1 < t.RowCount(); ++p) {
-        const QByteArray a = t.fGetSortFullKoord(p).toUtf8(), b = t.fGetSortFullKoord(p + 1).toUtf8();
+        const QByteArray a = t.fGetSortFullKoord(p).toUtf8(),
+                         b = t.fGetSortFullKoord(p + 1).toUtf8();
         FUZZ_CHECK(a < b || (a == b && t.RowOfPosition(p) < t.RowOfPosition(p + 1)),
                    QString::fromUtf8(a) + " / " + QString::fromUtf8(b));
     }
-    if (!t.HasColumn(QStringLiteral("koordinate")) || t.HasColumn(QStringLiteral("nummer")))
-        return;
+    if (!t.HasColumn(QStringLiteral("koordinate")) || t.HasColumn(QStringLiteral("nummer"))) return;
     const bool axes = t.HasColumn(QStringLiteral("achse"));
     for (int p = 0; p < t.RowCount(); ++p) {
         const QString koord = t.Cell(p, QStringLiteral("koordinate"));

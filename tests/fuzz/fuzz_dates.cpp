@@ -14,8 +14,8 @@ using namespace drivewiz;
 
 namespace {
 
-constexpr double kFrom = 29222;  // 2 January 1980, the first day that has a week
-constexpr double kTo = 55500;    // December 2051: two-digit years read up to 2050
+constexpr double kFrom = 29222; // 2 January 1980, the first day that has a week
+constexpr double kTo = 55500;   // December 2051: two-digit years read up to 2050
 
 QString day(double d)
 {
@@ -71,8 +71,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     TDateTime first = 0, last = 0;
     GetAnfEndDateMonat(month, year, first, last);
-    if (first != 0) FUZZ_CHECK(DayOfWeek(first) == 2 && DayOfWeek(last) == 1 && first < last,
-                               QString::number(month) + "/" + QString::number(year));
+    if (first != 0)
+        FUZZ_CHECK(DayOfWeek(first) == 2 && DayOfWeek(last) == 1 && first < last,
+                   QString::number(month) + "/" + QString::number(year));
     int w1 = 0, w2 = 0;
     GetAnfEndKWMonat(month, year, w1, w2);
     return 0;

@@ -30,8 +30,8 @@ QString asStored(QString v)
 // Names the fuzzer picks from: plain words, as wizards and language files use.
 QString name(FuzzedDataProvider &in)
 {
-    static const char *const names[] = {"ComStr", "s1", "Wiz1", "FormHeight", "cBtnNext",
-                                        "History0", "k", "K", "Texte", "x_1"};
+    static const char *const names[] = {"ComStr",   "s1", "Wiz1", "FormHeight", "cBtnNext",
+                                        "History0", "k",  "K",    "Texte",      "x_1"};
     return QString::fromLatin1(names[in.ConsumeIntegralInRange<size_t>(0, 9)]);
 }
 

@@ -30,9 +30,9 @@ QString text(FuzzedDataProvider &data, size_t maxBytes);
 
 } // namespace drivewiz::fuzz
 
-#define FUZZ_CHECK(condition, detail)                                                      \
-    do {                                                                                   \
-        if (!(condition)) drivewiz::fuzz::fail(#condition, (detail));                      \
+#define FUZZ_CHECK(condition, detail)                                                              \
+    do {                                                                                           \
+        if (!(condition)) drivewiz::fuzz::fail(#condition, (detail));                              \
     } while (false)
 
 #endif // DRIVEWIZ_TESTS_FUZZ_SUPPORT_H

@@ -37,8 +37,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QString plain = mask;
     plain.remove(u'*').remove(u'?');
     const qsizetype pdot = plain.indexOf(u'.');
-    const bool same = pdot < 0 ? plain == base
-                               : plain.left(pdot) == base && plain.mid(pdot + 1) == ext;
+    const bool same =
+        pdot < 0 ? plain == base : plain.left(pdot) == base && plain.mid(pdot + 1) == ext;
     FUZZ_CHECK(WildComp(plain, name) == same, plain + " / " + name);
     return 0;
 }

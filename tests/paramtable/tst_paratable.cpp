@@ -550,8 +550,8 @@ TEST_F(ParaTableForm, ModeSwitchInsideASwitchEndsInTheNewerMode)
     for (const auto &[address, cycle] : fake.subscriptions)
         active[address] += cycle > 0 ? 1 : -1;
     for (const auto &[address, count] : active) {
-        const bool listed = std::count(table->UpdateList().begin(), table->UpdateList().end(),
-                                       address) == 1;
+        const bool listed =
+            std::count(table->UpdateList().begin(), table->UpdateList().end(), address) == 1;
         EXPECT_EQ(count, listed ? 1 : 0) << address;
     }
     EXPECT_FALSE(table->UpdateList().empty());
