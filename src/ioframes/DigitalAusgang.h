@@ -106,8 +106,6 @@ private:
         QString terminal1;
         QString terminal2;
         QString option;
-        // Watchers of the frame's own controls; gone first when the frame goes.
-        std::unique_ptr<QObject> m_helpers;
     };
 
     void hideAll();
