@@ -191,11 +191,15 @@ private:
 
 } // namespace
 
-QStringList ListWords(const QString &liste)
+namespace {
+
+QStringList listWords(const QString &liste)
 {
     static const QRegularExpression separators(QStringLiteral("[,;\\s]+"));
     return liste.split(separators, Qt::SkipEmptyParts);
 }
+
+} // namespace
 
 QString SourceEntry(TParaTable *table, int p)
 {
@@ -212,7 +216,7 @@ QStringList SourceEntries(TParaTable *table, const QString &liste, const SourceF
                           const QStringList &always)
 {
     if (!table) return {};
-    const QStringList words = ListWords(liste);
+    const QStringList words = listWords(liste);
     const std::vector<ListWord> compiled = compile(words);
     std::vector<QStringList> buckets(std::max<size_t>(compiled.size(), 1));
     for (int p = 0; p < table->RowCount(); ++p) {
@@ -275,7 +279,9 @@ bool DriveValue(TParaTable *table, const QString &koordinate, QString &value)
     return true;
 }
 
-QPixmap FramePicture(const QString &resource)
+namespace {
+
+QPixmap framePicture(const QString &resource)
 {
     QSvgRenderer renderer(resource);
     if (!renderer.isValid()) return QPixmap();
@@ -291,10 +297,12 @@ QPixmap FramePicture(const QString &resource)
     return picture;
 }
 
+} // namespace
+
 void SetPicture(QLabel *label, const QString &resource)
 {
     if (!label) return;
-    const QPixmap picture = FramePicture(resource);
+    const QPixmap picture = framePicture(resource);
     label->setPixmap(picture);
     label->setMinimumSize(picture.deviceIndependentSize().toSize());
 }
@@ -381,11 +389,6 @@ void PrepareSourceText(TParaClass *control, const QString &before)
 void KeepTabOrder(QWidget *frame, QObject *context, std::function<QList<QWidget *>()> order)
 {
     if (frame) new TabOrderKeeper(frame, context, std::move(order));
-}
-
-QString SourceKoordinate(const QString &text)
-{
-    return firstWord(text);
 }
 
 void CheckSource(TParaClass *control)

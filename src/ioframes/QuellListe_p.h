@@ -4,7 +4,6 @@
 // What the output frames share: the source lists of their source controls, fresh values
 // of the drive's hardware parameters, pictures, and hiding a wizard page.
 
-#include <QPixmap>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -31,10 +30,6 @@ struct SourceFilter
     bool zeroOne = false;
 };
 
-/// The words of a parameter list text: coordinates, optionally with an axis prefix
-/// ("2.E17") or wildcards ("E*"), separated by commas, semicolons, blanks or line breaks.
-QStringList ListWords(const QString &liste);
-
 /// The entry of a description row: "coordinate: name", with "axis." before it for a row
 /// of another axis than the table's current one ("2.E17: Betriebsbereit").
 QString SourceEntry(TParaTable *table, int p);
@@ -57,10 +52,8 @@ int SourceRecord(TParaTable *table, const QString &text);
 /// table has a link to it; false when the table has no such parameter.
 bool DriveValue(TParaTable *table, const QString &koordinate, QString &value);
 
-/// A picture of the library's resources, rendered at its own size (works without a
-/// display).
-QPixmap FramePicture(const QString &resource);
-/// Shows a picture in a label at its own size.
+/// Shows a picture of the library's resources in a label at its own size, rendered for
+/// the screen's pixel ratio (works without a display).
 void SetPicture(QLabel *label, const QString &resource);
 
 /// A frame's link to its table (named in form files, resolved when the form has loaded).
@@ -99,17 +92,14 @@ void WatchSourceField(TParaClass *control, QObject *context, std::function<void(
 /// silently.
 void PrepareSourceText(TParaClass *control, const QString &before);
 
-/// Keeps the frame's fields (the helper lives as long as `context`) in the order `order`
-/// gives them for Tab (the input fields of
-/// parameter controls are made after the frame's own widgets, and made anew when the table
-/// rebuilds a control); nulls in the list are passed over.
+/// Keeps the frame's fields in the order `order` gives them for Tab (the input fields of
+/// parameter controls are made after the frame's own widgets, and made anew when the
+/// table rebuilds a control); nulls in the list are passed over. The helper lives as long
+/// as `context`.
 void KeepTabOrder(QWidget *frame, QObject *context, std::function<QList<QWidget *>()> order);
 
 /// The check behind CheckAchse: see there.
 void CheckSource(TParaClass *control);
-
-/// The coordinate a source text starts with ("2.E17" of "2.E17: Betriebsbereit").
-QString SourceKoordinate(const QString &text);
 
 /// Entries computed once per list text, table, user level and axis.
 class SourceListCache
@@ -117,7 +107,6 @@ class SourceListCache
 public:
     QStringList entries(TParaTable *table, const QString &liste, const SourceFilter &filter,
                         const QStringList &always = {});
-    void clear() { m_key.clear(); }
 
 private:
     QString m_key;
