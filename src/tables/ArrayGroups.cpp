@@ -241,7 +241,14 @@ void TArrayGroup::ensureRecords(int length)
     const int colWert = m_table->FindColumn(QStringLiteral("Wert"));
     const int colDefault = m_table->FindColumn(QStringLiteral("Defaultwert"));
     const QChar delimiter = m_table->Delimiter() == ',' ? QLatin1Char(',') : QLatin1Char(';');
-    for (const QString &param : std::as_const(m_params)) {
+    const QString ax = axis();
+    // The records of the present length are known already; only those beyond it, or
+    // missing within it, are looked for.
+    const int known = std::min(length, m_arrayLen);
+    const std::vector<int> present = rows();
+    bool added = false;
+    for (int p = 0; p < m_params.size(); ++p) {
+        const QString &param = m_params.at(p);
         const int first = m_table->GetRecNo(recordName(param, 0), false);
         if (first < 0 || colKoord < 0) continue;
         const auto make = [&](int element, const QString &value) {
@@ -256,19 +263,20 @@ void TArrayGroup::ensureRecords(int length)
                 cells << quoted(cell);
             }
             m_table->AppendRowIndexed(cells.join(delimiter));
+            added = true;
         };
         const QString fresh = colDefault >= 0 ? m_table->CellAt(first, colDefault) : QString();
-        const QString ax = axis();
         for (int i = 1; i < length; ++i) {
+            if (i < known && present[size_t(p) * size_t(m_arrayLen) + size_t(i)] >= 0) continue;
             if (m_table->FindParAxUnknown(recordName(param, i), ax) < 0) make(i, fresh);
         }
         const int lengthRow = m_table->FindParAxUnknown(recordName(param, LengthElement), ax);
-        if (lengthRow >= 0)
-            m_table->SetCell(lengthRow, QStringLiteral("Wert"), QString::number(length));
-        else
+        if (lengthRow < 0)
             make(LengthElement, QString::number(length));
+        else if (m_table->Cell(lengthRow, QStringLiteral("Wert")) != QString::number(length))
+            m_table->SetCell(lengthRow, QStringLiteral("Wert"), QString::number(length));
     }
-    m_rows.clear();
+    if (added) m_rows.clear();
 }
 
 // --- element records ---------------------------------------------------------------------------

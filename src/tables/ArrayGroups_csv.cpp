@@ -13,8 +13,8 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -116,6 +116,53 @@ QByteArray encodeFile(const QString &text)
 
 } // namespace
 
+namespace {
+
+// The file as ASCII bytes, built straight from the cells; false at the first cell that is
+// not plain ASCII (or needs quotes), for the general path to take over.
+bool asciiExport(TParaTable *table, const QStringList &params, const std::vector<int> &rows,
+                 int length, QChar separator, QByteArray &out)
+{
+    const char sep = char(separator.unicode());
+    if (separator.unicode() >= 0x80 || sep == '"') return false;
+    const int col = table->FindColumn(QStringLiteral("Wert"));
+    out.clear();
+    out.reserve(qsizetype(length + 1) * (8 + 8 * params.size()));
+    out += "Index";
+    for (const QString &param : params) {
+        out += sep;
+        for (const QChar c : param) {
+            if (c.unicode() >= 0x80) return false;
+            out += char(c.unicode());
+        }
+    }
+    out += "\r\n";
+    char number[16];
+    for (int i = 0; i < length; ++i) {
+        const auto [end, ec] = std::to_chars(number, number + sizeof number, i);
+        Q_UNUSED(ec)
+        out.append(number, end - number);
+        for (int p = 0; p < params.size(); ++p) {
+            out += sep;
+            const int at = rows[size_t(p) * size_t(length) + size_t(i)];
+            if (at < 0) continue;
+            const QString value = table->CellAt(at, col);
+            const qsizetype base = out.size();
+            out.resize(base + value.size());
+            char *dst = out.data() + base;
+            for (const QChar c : value) {
+                const char16_t u = c.unicode();
+                if (u >= 0x80 || u == sep || u == '"') return false;
+                *dst++ = char(u);
+            }
+        }
+        out += "\r\n";
+    }
+    return true;
+}
+
+} // namespace
+
 bool TArrayGroup::ExportCSV(QString fileName, QChar separator, bool ask)
 {
     if (!m_table) return false;
@@ -123,24 +170,30 @@ bool TArrayGroup::ExportCSV(QString fileName, QChar separator, bool ask)
     if (separator.isNull()) separator = QLatin1Char(';');
     StoreControlsInParaTable();
     const std::vector<int> &r = rows();
-    const int col = m_table->FindColumn(QStringLiteral("Wert"));
-    QString out;
-    out.reserve(qsizetype(m_arrayLen + 1) * (8 + 8 * m_params.size()));
-    out += QStringLiteral("Index");
-    for (const QString &param : std::as_const(m_params))
-        out += separator + param;
-    out += QStringLiteral("\r\n");
-    for (int i = 0; i < m_arrayLen; ++i) {
-        out += QString::number(i);
-        for (int p = 0; p < m_params.size(); ++p) {
-            out += separator;
-            const int at = r[size_t(p) * size_t(m_arrayLen) + size_t(i)];
-            if (at >= 0) appendField(out, m_table->CellAt(at, col), separator);
-        }
+    QByteArray bytes;
+    if (!asciiExport(m_table, m_params, r, m_arrayLen, separator, bytes)) {
+        const int col = m_table->FindColumn(QStringLiteral("Wert"));
+        QString out;
+        out += QStringLiteral("Index");
+        for (const QString &param : std::as_const(m_params))
+            out += separator + param;
         out += QStringLiteral("\r\n");
+        for (int i = 0; i < m_arrayLen; ++i) {
+            out += QString::number(i);
+            for (int p = 0; p < m_params.size(); ++p) {
+                out += separator;
+                const int at = r[size_t(p) * size_t(m_arrayLen) + size_t(i)];
+                if (at >= 0) appendField(out, m_table->CellAt(at, col), separator);
+            }
+            out += QStringLiteral("\r\n");
+        }
+        bytes = encodeFile(out);
     }
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(encodeFile(out)) < 0 || !file.commit()) {
+    // Written in place: a copy on the side (QSaveFile) would sync it to the disk, which
+    // costs more than writing it; a failed write is reported all the same.
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size() ||
+        !file.flush()) {
         ShowMessage(QStringLiteral("Export nicht möglich: ") + fileName + QLatin1Char('\r') +
                     file.errorString());
         return false;

@@ -133,10 +133,32 @@ bool parseNumber(QStringView text, double &value)
     return parseNumber(buffer, buffer + n, value);
 }
 
+namespace {
+
+// Plain decimal integers, the common case, without allocating.
+bool plainInteger(QStringView t, qint64 &value)
+{
+    qsizetype i = 0;
+    const bool negative = t[0] == QLatin1Char('-');
+    if (negative || t[0] == QLatin1Char('+')) ++i;
+    if (i == t.size() || t.size() - i > 18) return false;
+    qint64 v = 0;
+    for (; i < t.size(); ++i) {
+        const char16_t c = t[i].unicode();
+        if (c < '0' || c > '9') return false;
+        v = v * 10 + (c - '0');
+    }
+    value = negative ? -v : v;
+    return true;
+}
+
+} // namespace
+
 bool parseIntegerValue(QStringView text, qint64 &value)
 {
     const QStringView t = text.trimmed();
     if (t.isEmpty()) return false;
+    if (plainInteger(t, value)) return true;
     const QString w = t.toString();
     const QString lower = w.toLower();
     const qsizetype n = w.size();
