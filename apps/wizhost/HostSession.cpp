@@ -1,6 +1,7 @@
 #include "HostSession.h"
 
 #include "OverviewForm.h"
+#include "TablesDemo.h"
 
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
@@ -148,6 +149,8 @@ QString HostSession::formFile(Wizard which)
 {
     if (which == Wizard::Setup)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
+    if (which == Wizard::Tables)
+        return QDir(m_options.formsDir).filePath(QStringLiteral("Tables.ui"));
     const QString path = m_tempDir.filePath(QStringLiteral("ParameterOverview.ui"));
     QString error;
     if (WriteOverviewForm(descriptionFile(), m_level, path, error) < 0) {
@@ -192,6 +195,8 @@ void HostSession::prepareForm(dwz_form *form, Wizard which)
         w->setWindowTitle(caption(QStringLiteral("cWizSetupTitle"), w->windowTitle()));
         ReadControls(m_lng.get(), m_language, QStringLiteral("Demo"), w);
         applyHiddenPageRule(w);
+    } else if (which == Wizard::Tables) {
+        PrepareTablesForm(w, *this);
     } else {
         w->setWindowTitle(caption(QStringLiteral("cBtnOverview"), w->windowTitle()));
         ArrangeOverviewForm(w);

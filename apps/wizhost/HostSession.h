@@ -20,8 +20,8 @@ class IniFile;
 
 namespace drivewiz::wizhost {
 
-/// The two wizards of the demo host; the value is the wizard id handed to the callbacks.
-enum class Wizard { Setup = 1, Overview = 2 };
+/// The wizards of the demo host; the value is the wizard id handed to the callbacks.
+enum class Wizard { Setup = 1, Overview = 2, Tables = 3 };
 
 /// What the demo host knows and does, without its window: the simulated drive behind the
 /// C host interface, the settings a wizard opens with (online mode, user level,

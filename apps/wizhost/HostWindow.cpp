@@ -1,5 +1,7 @@
 #include "HostWindow.h"
 
+#include "TablesDemo.h"
+
 #include "lang/wizSprache.h"
 
 #include <QApplication>
@@ -58,6 +60,10 @@ QWidget *HostWindow::buildControls()
         named(new QPushButton(QStringLiteral("Parameter overview"), box), "BtnOverview");
     v->addWidget(m_btnSetup);
     v->addWidget(m_btnOverview);
+    m_btnTables = named(new QPushButton(QStringLiteral("Tables"), box), "BtnTables");
+    m_btnMeasurement = named(new QPushButton(QStringLiteral("Measurement"), box), "BtnMeasurement");
+    v->addWidget(m_btnTables);
+    v->addWidget(m_btnMeasurement);
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
     auto *mv = new QVBoxLayout(modes);
@@ -122,6 +128,12 @@ void HostWindow::connectSwitches()
 {
     connect(m_btnSetup, &QPushButton::clicked, this, [this] { openWizard(Wizard::Setup); });
     connect(m_btnOverview, &QPushButton::clicked, this, [this] { openWizard(Wizard::Overview); });
+    connect(m_btnTables, &QPushButton::clicked, this, [this] { openWizard(Wizard::Tables); });
+    connect(m_btnMeasurement, &QPushButton::clicked, this, [this] {
+        auto *window = new MeasurementWindow(m_session, this);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
     connect(m_btnEnable, &QCheckBox::toggled, &m_session, &HostSession::setEnabled);
     connect(m_level, &QSpinBox::valueChanged, &m_session, &HostSession::setUserLevel);
     connect(m_language, &QComboBox::currentIndexChanged, this, [this](int index) {

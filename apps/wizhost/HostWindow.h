@@ -40,6 +40,8 @@ private:
     HostSession &m_session;
     QPushButton *m_btnSetup = nullptr;
     QPushButton *m_btnOverview = nullptr;
+    QPushButton *m_btnTables = nullptr;
+    QPushButton *m_btnMeasurement = nullptr;
     QRadioButton *m_btnOffline = nullptr;
     QRadioButton *m_btnOnline = nullptr;
     QRadioButton *m_btnReadBack = nullptr;

@@ -48,6 +48,7 @@ private:
     void setupOnline(QWidget *form, QWidget *page);
     void overviewOffline(QWidget *form, QWidget *page);
     void overviewOnline(QWidget *form, QWidget *page);
+    void tourMeasurement();
 
     HostSession &m_session;
     HostWindow &m_window;

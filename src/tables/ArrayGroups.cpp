@@ -12,6 +12,7 @@
 #include "util/Divers.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QPainter>
 
 #include <algorithm>
@@ -166,10 +167,19 @@ void TArrayGroup::Loaded()
                                                   : form->findChild<TParaTable *>(m_tableName);
     }
     if (!m_table || isDesigning()) return;
+    // An offline wizard writes its controls when it closes with OK; the elements that no
+    // control shows at that moment go to the drive here.
+    if (auto *dialog = qobject_cast<QDialog *>(window()))
+        connect(dialog, &QDialog::accepted, this, &TArrayGroup::formAccepted, Qt::UniqueConnection);
     InitArrayLength();
     m_arrayIndex = std::clamp(m_arrayIndex, 0, std::max(m_arrayLen - 1, 0));
     if (m_table->Online() == omOnline) UpdateArraysFromTool();
     LoadControlsFromParaTable();
+}
+
+void TArrayGroup::formAccepted()
+{
+    if (m_table && m_table->Online() == omOffline) StoreArraysInTool();
 }
 
 void TArrayGroup::paintEvent(QPaintEvent *event)

@@ -150,6 +150,7 @@ private:
     QString axis() const;
     void leaveFocusedControl();
     bool transfer(bool store);
+    void formAccepted();
 
     QString m_paramList;
     QStringList m_params;
