@@ -43,6 +43,29 @@ Q_ENUM_NS(tParaEnabled)
 enum TPDOReadWrite { PDOread, PDOwrite };
 Q_ENUM_NS(TPDOReadWrite)
 
+/// The kind of a signal-input frame: none, binary input, analog input.
+enum TInputKind { ikNone, ikBE, ikAE };
+Q_ENUM_NS(TInputKind)
+/// Which analog output a TAnalogAus frame edits; inactive hides the frame.
+enum TAnalogAusgang { AnalogAus_inaktiv, AnalogAus1, AnalogAus2 };
+Q_ENUM_NS(TAnalogAusgang)
+
+/// The kind of encoder a TEncoderFrame's page and selections describe.
+enum TEncoderType {
+    ttnone,
+    ttIncIn,
+    ttIncOut,
+    ttStepIn,
+    ttStepOut,
+    ttSSIin,
+    ttSSIout,
+    ttSSIslave,
+    ttEndatIn,
+    ttResolverIn,
+    ttSinCosIn
+};
+Q_ENUM_NS(TEncoderType)
+
 } // namespace drivewiz
 
 #endif // DRIVEWIZ_ENUMS_H

@@ -103,6 +103,7 @@ DWZ_API void dwz_process_events(int milliseconds);
 typedef struct dwz_table dwz_table;
 
 DWZ_API dwz_table *dwz_table_create(void);
+/* Frees a table (NULL is ignored). From inside one of its callbacks, as for forms. */
 DWZ_API void dwz_table_destroy(dwz_table *table);
 /* Copies the callbacks (NULL clears them all). */
 DWZ_API void dwz_table_set_callbacks(dwz_table *table, const dwz_callbacks *callbacks);
@@ -165,7 +166,9 @@ DWZ_API int dwz_form_show(dwz_form *form);
  * closed (or for NULL). */
 DWZ_API int dwz_form_result(const dwz_form *form);
 /* Closes and frees the form; subscriptions at the host are cancelled first. Not from
- * inside one of the form's own callbacks. NULL is ignored. */
+ * inside one of the form's own callbacks: a form destroyed there is hidden at once, calls
+ * the host no more, and is freed when the library is done with it; the user is told of
+ * the host's fault. NULL is ignored. */
 DWZ_API void dwz_form_destroy(dwz_form *form);
 /* The handle of the form's parameter table: post DWZ_MSG_TOOL and DWZ_MSG_ONLINE_MODE
  * here. 0 for NULL. */

@@ -2,6 +2,7 @@
 
 #include "drivewiz/host_api.h"
 
+#include "lang/wizDLLDefs.h"
 #include "platform/messages.h"
 
 #include <QApplication>
@@ -33,6 +34,10 @@ void dwz_process_events(int milliseconds)
     do {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     } while (!deadline.hasExpired());
+    // Forms and tables the host freed while the library used them go now, unless this
+    // runs inside a callback (then the library may still be using them).
+    if (drivewiz::HostCallScope::depth() == 0)
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 } // extern "C"

@@ -3,6 +3,7 @@
 #include "drivewiz/host_api.h"
 
 #include "host/wizFormLoader.h"
+#include "lang/wizDLLDefs.h"
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
@@ -27,7 +28,10 @@ struct dwz_form
 {
     QPointer<QDialog> dialog;
     QPointer<TParaTable> table;
+    QMetaObject::Connection finished;
     int result = -1;
+    int execDepth = 0;       // dwz_form_exec calls running (a nested loop holds the form)
+    bool destroyed = false;  // the host called dwz_form_destroy
 };
 
 namespace {
@@ -193,8 +197,9 @@ dwz_form *dwz_form_create(const char *uiFile, const dwz_callbacks *callbacks, ui
     auto *form = new dwz_form;
     form->dialog = asDialog(root);
     form->table = table;
-    QObject::connect(form->dialog, &QDialog::finished, form->dialog,
-                     [form](int r) { form->result = r == QDialog::Accepted ? 1 : 0; });
+    form->finished = QObject::connect(form->dialog, &QDialog::finished, form->dialog, [form](int r) {
+        form->result = r == QDialog::Accepted ? 1 : 0;
+    });
     addPlainButtons(form->dialog, table);
     if (callbacks && callbacks->get_para_value) table->ReadAllParams();
     // A wizard page control subscribes the parameters of the page it shows; without one
@@ -208,20 +213,26 @@ dwz_table *dwz_form_table(dwz_form *form)
     return form && form->table ? reinterpret_cast<dwz_table *>(form->table.data()) : nullptr;
 }
 
+// The form may be destroyed by the host while it runs (from a callback or the host's own
+// events): the struct then lives until this call is done with it.
 int dwz_form_exec(dwz_form *form)
 {
-    if (!form || !form->dialog) return 0;
+    if (!form || form->destroyed || !form->dialog) return 0;
     QPointer<QDialog> dialog = form->dialog;
     QTimer::singleShot(0, dialog, [dialog] {
         if (dialog) focusFirstField(dialog);
     });
+    ++form->execDepth;
     dialog->exec();
-    return form->result == 1 ? 1 : 0;
+    --form->execDepth;
+    const int result = form->result == 1 ? 1 : 0;
+    if (form->destroyed && form->execDepth == 0) delete form;
+    return result;
 }
 
 int dwz_form_show(dwz_form *form)
 {
-    if (!form || !form->dialog) return 0;
+    if (!form || form->destroyed || !form->dialog) return 0;
     form->dialog->show();
     form->dialog->raise();
     form->dialog->activateWindow();
@@ -234,12 +245,27 @@ int dwz_form_result(const dwz_form *form)
     return form ? form->result : -1;
 }
 
+// A host may destroy a form from inside one of its callbacks, or from its own events that
+// the library lets run, although the interface forbids the first: the library is then
+// still working on the form. It is cut off from the host and hidden at once, and freed
+// when the library is done with it (deleteLater: after the event being handled).
 void dwz_form_destroy(dwz_form *form)
 {
-    if (!form) return;
-    if (form->table) form->table->ClearUpdateList();
-    delete form->dialog.data();
-    delete form;
+    if (!form || form->destroyed) return; // a second destroy from inside the first
+    form->destroyed = true;
+    QObject::disconnect(form->finished);
+    const bool inUse = drivewiz::HostCallScope::depth() > 0 || form->execDepth > 0;
+    if (inUse) {
+        if (form->table) form->table->DetachHost();
+        if (form->dialog) {
+            form->dialog->hide();
+            form->dialog->deleteLater();
+        }
+    } else {
+        if (form->table) form->table->ClearUpdateList();
+        delete form->dialog.data();
+    }
+    if (form->execDepth == 0) delete form;
 }
 
 uintptr_t dwz_form_window(const dwz_form *form)

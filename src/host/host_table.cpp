@@ -2,6 +2,7 @@
 
 #include "drivewiz/host_api.h"
 
+#include "lang/wizDLLDefs.h"
 #include "paramtable/ParaTable.h"
 #include "util/Divers.h"
 
@@ -37,8 +38,16 @@ dwz_table *dwz_table_create(void)
     return reinterpret_cast<dwz_table *>(new TParaTable);
 }
 
+// Freed later when the host does it from inside one of its callbacks (see
+// dwz_form_destroy).
 void dwz_table_destroy(dwz_table *table)
 {
+    if (!table) return;
+    if (drivewiz::HostCallScope::depth() > 0) {
+        cast(table)->DetachHost();
+        cast(table)->deleteLater();
+        return;
+    }
     delete cast(table);
 }
 
@@ -132,7 +141,10 @@ int dwz_table_write(dwz_table *table, const char *coordinate, const char *value)
     const quint32 address = quint32(
         drivewiz::HexToInt(cast(table)->ValueByColName(row, QStringLiteral("USS-Adresse /hex"))));
     const char status = cast(table)->SetParaValue(address, koord, text(value));
-    if (status == 0) cast(table)->SetValueByColName(row, QStringLiteral("Wert"), text(value));
+    // Found again: the host may have had rows described meanwhile, which moves them.
+    const int now = cast(table)->GetRecNo(koord, false);
+    if (status == 0 && now >= 0)
+        cast(table)->SetValueByColName(now, QStringLiteral("Wert"), text(value));
     return static_cast<unsigned char>(status);
 }
 

@@ -1,5 +1,14 @@
 #include "host/wizFormLoader.h"
 
+#include "ioframes/AE.h"
+#include "ioframes/AnalogAusgang.h"
+#include "ioframes/AllInputViewer.h"
+#include "ioframes/BE.h"
+#include "ioframes/BitLeiste.h"
+#include "ioframes/DigitalAusgang.h"
+#include "ioframes/HEncoder.h"
+#include "ioframes/QuellSelectIntro.h"
+#include "ioframes/SystemBEs.h"
 #include "paramctrls/ArrayPara.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
@@ -36,6 +45,20 @@ const std::map<QString, Factory> &factories()
         {QStringLiteral("TMyRadioGroup"), [](QWidget *p) { return new TMyRadioGroup(p); }},
         {QStringLiteral("TwizPageControl"), [](QWidget *p) { return new TwizPageControl(p); }},
         {QStringLiteral("TwizTreeView"), [](QWidget *p) { return new TwizTreeView(p); }},
+        // the input frames
+        {QStringLiteral("TBitLeiste"), [](QWidget *p) { return new TBitLeiste(p); }},
+        {QStringLiteral("TInput"), [](QWidget *p) { return new TInput(p); }},
+        {QStringLiteral("TBEinput"), [](QWidget *p) { return new TBEinput(p); }},
+        {QStringLiteral("TAEinput"), [](QWidget *p) { return new TAEinput(p); }},
+        {QStringLiteral("TAnalogEin"), [](QWidget *p) { return new TAnalogEin(p); }},
+        {QStringLiteral("TSystemBEsFrame"), [](QWidget *p) { return new TSystemBEsFrame(p); }},
+        {QStringLiteral("TAllInputViewer"), [](QWidget *p) { return new TAllInputViewer(p); }},
+        {QStringLiteral("TQuellSelektorIntro"),
+         [](QWidget *p) { return new TQuellSelektorIntro(p); }},
+        // the output frames
+        {QStringLiteral("TAnalogAus"), [](QWidget *p) { return new TAnalogAus(p); }},
+        {QStringLiteral("TDigitalAus"), [](QWidget *p) { return new TDigitalAus(p); }},
+        {QStringLiteral("TEncoderFrame"), [](QWidget *p) { return new TEncoderFrame(p); }},
         // tables and files
         {QStringLiteral("TArrayGroup"), [](QWidget *p) { return new TArrayGroup(p); }},
         {QStringLiteral("TArrayPara"), [](QWidget *p) { return new TArrayPara(p); }},
@@ -48,11 +71,17 @@ const std::map<QString, Factory> &factories()
 
 // Start-up order: tables before the controls that look values up in them, controls
 // before the page controls, trees and frames that arrange them (page controls and trees
-// find each other in either order).
+// find each other in either order). Of the input frames, bit bars come first (inputs show
+// their rows), then frames that hold inputs, then the inputs, then the overview of them.
 int startupRank(QWidget *w)
 {
     if (qobject_cast<TParaTable *>(w)) return 0;
     if (qobject_cast<TParaClass *>(w)) return 1;
+    if (qobject_cast<TAnalogEin *>(w) || qobject_cast<TSystemBEsFrame *>(w) ||
+        qobject_cast<TQuellSelektorIntro *>(w))
+        return 3;
+    if (qobject_cast<TInput *>(w)) return 4;
+    if (qobject_cast<TAllInputViewer *>(w)) return 5;
     return 2;
 }
 

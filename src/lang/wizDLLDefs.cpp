@@ -15,8 +15,11 @@ namespace {
 // allocating gigabytes and keeps size + 1 inside the callback's 32-bit size argument.
 constexpr qint32 kMaxErrorTextLength = 64 * 1024;
 
+thread_local int t_hostDepth = 0;
+
 QString hostErrorText(fcbtGetErrorText errorText, quint32 wizardId, quint32 address, quint8 code)
 {
+    const HostCallScope scope;
     const qint32 length = errorText(nullptr, 0, wizardId, address, code);
     if (length < 0) return QString();
     // Zero-filled with room for the terminating zero, so a host that writes fewer bytes
@@ -30,6 +33,21 @@ QString hostErrorText(fcbtGetErrorText errorText, quint32 wizardId, quint32 addr
 }
 
 } // namespace
+
+HostCallScope::HostCallScope()
+{
+    ++t_hostDepth;
+}
+
+HostCallScope::~HostCallScope()
+{
+    --t_hostDepth;
+}
+
+int HostCallScope::depth()
+{
+    return t_hostDepth;
+}
 
 bool CheckErrCode(quint32 wizardId, quint8 code, const QString &context, fcbtGetErrorText errorText,
                   quint32 address, const QString &koordinate)

@@ -26,6 +26,22 @@ DRIVEWIZ_EXPORT bool CheckErrCode(quint32 wizardId, quint8 code, const QString &
                                   fcbtGetErrorText errorText, quint32 address,
                                   const QString &koordinate);
 
+/// Marks a stretch in which the host's code runs inside the library: a callback, an event
+/// handler the host assigned, or pending events the library lets run. While one is open,
+/// the host may not free what the library is using; the C interface then defers freeing
+/// a form or table until the library is done with it. Counted per thread.
+class DRIVEWIZ_EXPORT HostCallScope
+{
+public:
+    HostCallScope();
+    ~HostCallScope();
+    HostCallScope(const HostCallScope &) = delete;
+    HostCallScope &operator=(const HostCallScope &) = delete;
+
+    /// How many such stretches are open on this thread.
+    static int depth();
+};
+
 } // namespace drivewiz
 
 #endif // DRIVEWIZ_LANG_WIZDLLDEFS_H

@@ -3,7 +3,6 @@
 // and the pushed changes of message 0x8006. It lives here, beside the controls, so that
 // the table's own folder needs nothing of the controls but a forward declaration.
 
-#include "paramtable/ParaTable.h"
 #include "paramtable/ParaTable_p.h"
 
 #include "lang/wizSprache.h"
@@ -42,65 +41,97 @@ void TParaTable::reportBindError(TParaClass *control, const QString &error)
                 chain.join(QStringLiteral(" <- ")));
 }
 
+namespace {
+
+// Controls as guarded pointers: any host call on the way may free some of them.
+QList<QPointer<TParaClass>> guarded(const QList<TParaClass *> &controls)
+{
+    QList<QPointer<TParaClass>> out;
+    out.reserve(controls.size());
+    for (TParaClass *c : controls)
+        out << c;
+    return out;
+}
+
+} // namespace
+
 void TParaTable::UpdateParaObjects(bool force)
 {
-    for (TParaClass *c : paraControls()) {
-        if (c->wizParaSource() && c->wizParaSource() != this) continue;
+    for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (!c || (c->wizParaSource() && c->wizParaSource() != this)) continue;
         try {
             c->SetwizParaSource(this);
             if (m_descriptionsLoaded || force) {
                 c->RebuildParaControl();
-                c->SucheGleicheParameter();
+                if (c) c->SucheGleicheParameter();
             } else {
                 c->update();
             }
-            c->RefreshVisible();
-            c->MyOnChange();
+            if (c) c->RefreshVisible();
+            if (c) c->MyOnChange();
         } catch (const std::exception &e) {
-            reportBindError(c, QString::fromUtf8(e.what()));
+            if (c) reportBindError(c, QString::fromUtf8(e.what()));
         }
     }
 }
 
 void TParaTable::PostParaControl(TParaClass *control)
 {
-    if (!control || control->GetwriteLevel() >= 6 || !ParamExists(control->GetKoordinate())) return;
-    const QString previous = control->PreviousText();
-    if (SetParaValue(control->Q7adr(), control->GetKoordinate(), control->GetText()) != 'V') return;
+    const QPointer<TParaClass> c = control;
+    if (!c || c->GetwriteLevel() >= 6 || !ParamExists(c->GetKoordinate())) return;
+    const QString previous = c->PreviousText();
+    const QString koord = c->GetKoordinate();
+    const char status = SetParaValue(c->Q7adr(), koord, c->GetText());
+    if (status == 0) updateIndirectUnits(koord);
+    if (status != 'V' || !c || m_hostDetached) return;
     const bool saved = m_textRestore;
     m_textRestore = true;
-    control->SetText(previous);
+    c->SetText(previous);
     m_textRestore = saved;
-    if (!m_busy)
-        MessageDlg(s_FreigabeAus + QStringLiteral(": ") + control->GetParamName(),
-                   MsgDlgType::Error, mbOK);
+    if (!m_busy && c)
+        MessageDlg(s_FreigabeAus + QStringLiteral(": ") + c->GetParamName(), MsgDlgType::Error,
+                   mbOK);
 }
 
 void TParaTable::PostAllParams()
 {
+    const bool wasBusy = m_busy;
     m_busy = true;
-    for (TParaClass *c : paraControls())
-        PostParaControl(c);
-    m_busy = false;
+    for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (c) PostParaControl(c);
+    }
+    m_busy = wasBusy || m_hostDetached;
+    if (m_hostDetached) return;
+    const HostCallScope scope; // listeners are the host's code
+    Q_EMIT valuesSaved();
 }
 
+// A read that failed leaves the control and its "Wert" as they were.
 void TParaTable::RefreshParaControl(TParaClass *control, bool fromMessage)
 {
-    if (!control || !m_cb.get_para_value || control->GetParamName() == QLatin1String("???") ||
-        !IsKoordinate(control->GetKoordinate()))
+    const QPointer<TParaClass> c = control;
+    if (!c || !m_cb.get_para_value || c->GetParamName() == QLatin1String("???") ||
+        !IsKoordinate(c->GetKoordinate()))
         return;
     quint8 status = fromMessage && m_online == omOnline ? 0x88 : 0;
     QString value;
-    GetFreshParaValue(control->Q7adr(), control->GetKoordinate(), value, status);
-    if (status == 0 && control->GetText() != value) {
-        ++m_refreshing;
-        control->SetText(value);
-        --m_refreshing;
-        if (QWidget *edit = control->GetEditControl()) edit->update();
-        const int row = FindParam(control->GetKoordinate(), control->Achse());
-        if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
-    }
-    control->UpdateEinheit();
+    const bool read = GetFreshParaValue(c->Q7adr(), c->GetKoordinate(), value, status);
+    if (!c || m_hostDetached) return;
+    if (read && status == 0 && c->GetText() != value) refreshedValue(c, value);
+    if (c) c->UpdateEinheit();
+}
+
+void TParaTable::refreshedValue(TParaClass *control, const QString &value)
+{
+    const QPointer<TParaClass> c = control;
+    ++m_refreshing;
+    c->SetText(value);
+    --m_refreshing;
+    if (!c) return;
+    if (QWidget *edit = c->GetEditControl()) edit->update();
+    const int row = FindParam(c->GetKoordinate(), c->Achse());
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
+    updateIndirectUnits(c->GetKoordinate());
 }
 
 void TParaTable::RefreshVisibleParaControl(TParaClass *control)
@@ -112,33 +143,40 @@ void TParaTable::ReadAllParams()
 {
     UpdateGruppenCSVs(QStringLiteral("P"));
     UpdateGruppenCSVs(QStringLiteral("Q"));
-    for (TParaClass *c : paraControls())
-        RefreshParaControl(c, false);
+    for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (m_hostDetached) return;
+        if (c) RefreshParaControl(c, false);
+    }
 }
 
+// The address joins the list before the host hears of it, so that a host calling back
+// meanwhile cannot make the table subscribe it twice.
 void TParaTable::SubscribeParaControlUpdate(TParaClass *control)
 {
-    if (isDesigning() || !m_cb.subscribe || m_refreshRate == 0 || m_online != omOnline || !control)
+    if (isDesigning() || !m_cb.subscribe || m_refreshRate == 0 || m_online != omOnline ||
+        !control || m_hostDetached)
         return;
     const quint32 address = control->Q7adr();
     if (std::find(m_updateList.begin(), m_updateList.end(), address) != m_updateList.end()) return;
-    m_cb.subscribe(m_wizardId, address, m_refreshRate);
     m_updateList.push_back(address);
+    const fcbtSubscribeParaUpdate subscribe = m_cb.subscribe;
+    hostCall("fcbtSubscribeParaUpdate", [&] { subscribe(m_wizardId, address, m_refreshRate); });
 }
 
 void TParaTable::RegisterOnlineUpdatePars(QWidget *container)
 {
     if (!container) return;
-    for (TParaClass *c : container->findChildren<TParaClass *>()) {
-        c->RefreshValue();
-        SubscribeParaControlUpdate(c);
+    for (const QPointer<TParaClass> &c : guarded(container->findChildren<TParaClass *>())) {
+        if (m_hostDetached) return;
+        if (c) c->RefreshValue();
+        if (c) SubscribeParaControlUpdate(c);
     }
 }
 
 void TParaTable::rebuildControls()
 {
-    for (TParaClass *c : paraControls()) {
-        if (c->wizParaSource() == this) c->RebuildParaControl();
+    for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (c && c->wizParaSource() == this) c->RebuildParaControl();
     }
 }
 
@@ -156,49 +194,79 @@ TParaClass *TParaTable::FindParaControl(quint32 address) const
     return first;
 }
 
-// A parameter that serves others as unit changed: their unit labels follow.
+// A parameter that serves others as unit ("<A19>") changed: their unit labels follow.
 void TParaTable::updateIndirectUnits(const QString &koordinate)
 {
-    if (!m_indirectUnits.contains(koordinate.trimmed(), Qt::CaseInsensitive)) return;
-    for (TParaClass *c : paraControls())
-        c->UpdateEinheit();
+    QString koord = koordinate.trimmed();
+    if (koord.size() > 2 && koord.at(0).isDigit() && koord.at(1) == QLatin1Char('.'))
+        koord = koord.mid(2); // "2.A19": the unit follows its parameter on any axis
+    if (!m_indirectUnits.contains(koord, Qt::CaseInsensitive)) return;
+    for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (c && c->IndirectUnitSource().trimmed().compare(koord, Qt::CaseInsensitive) == 0)
+            c->UpdateEinheit();
+    }
 }
 
-void TParaTable::toolMsg(quint32 address, qintptr lParam)
+void TParaTable::ToolMsg(quintptr wParam, qintptr lParam)
 {
+    const auto address = quint32(wParam);
     if (m_busy || m_online != omOnline || (lParam & 1) == 0) return;
-    if (address == m_lastPosted && m_clock() - m_lastPostTime <= paratable::kEchoWindowMs) {
+    if (address == m_lastPosted && m_clock() - m_lastPostTime < paratable::kEchoWindowMs) {
         m_lastPosted = 0; // the echo of our own write
         return;
     }
-    QPointer<TParaClass> control = FindParaControl(address);
+    const QPointer<TParaTable> self = this;
+    const QPointer<TParaClass> control = FindParaControl(address);
     QString koord;
     int row = -1;
     if (control) {
         m_lastPosted = address;
         RefreshParaControl(control, false);
-        if (control && control->OnChange) control->OnChange(control);
-        if (control) {
-            for (const QPointer<TParaClass> &mirror : control->SameParameterControls()) {
-                if (mirror) mirror->SetText(control->GetText());
-            }
+        if (control && control->OnChange && !m_hostDetached) {
+            const HostCallScope scope;
+            control->OnChange(control);
         }
-        // Pending messages may run here, but only from the outermost refresh: a flood of
-        // pushes must not nest one handler inside the next.
-        if (m_toolMsgDepth == 0) {
-            ++m_toolMsgDepth;
-            QCoreApplication::processEvents();
-            --m_toolMsgDepth;
-        }
+        if (!self) return;
+        copyToMirrors(control);
+        letEventsRun();
+        if (!self) return;
         m_lastPosted = 0;
+        if (control) koord = control->GetKoordinate();
     } else if (!paratable::reservedAddress(address)) {
         koord = GetKoordinateAusQ7Adr(address);
         row = GetRecNo(koord, true);
+        updateIndirectUnits(koord);
     }
-    if (!OnToolMessage || paratable::reservedAddress(address)) return;
-    if (koord.isEmpty() && control) koord = control->GetKoordinate();
+    if (paratable::reservedAddress(address) || m_hostDetached) return;
     if (row < 0) row = GetRecNo(koord, false);
-    OnToolMessage(address, koord, control, row);
+    const HostCallScope scope; // the listeners are the host's code
+    if (OnToolMessage) OnToolMessage(address, koord, control, row);
+    if (self) Q_EMIT toolMessage(address, koord, control, row);
+}
+
+// The values the table copies are read ones: the mirrors do not write them back.
+void TParaTable::copyToMirrors(TParaClass *control)
+{
+    if (!control) return;
+    const QString text = control->GetText();
+    const QList<QPointer<TParaClass>> mirrors = control->SameParameterControls();
+    ++m_refreshing;
+    for (const QPointer<TParaClass> &mirror : mirrors) {
+        if (mirror) mirror->SetText(text);
+    }
+    --m_refreshing;
+}
+
+// Pending messages may run here, but only from the outermost refresh: a flood of pushes
+// must not nest one handler inside the next. Whatever runs may be the host's code.
+void TParaTable::letEventsRun()
+{
+    if (m_toolMsgDepth > 0 || m_hostDetached) return;
+    const HostCallScope scope;
+    ++m_toolMsgDepth;
+    const QPointer<TParaTable> self = this;
+    QCoreApplication::processEvents();
+    if (self) --m_toolMsgDepth;
 }
 
 } // namespace drivewiz

@@ -14,6 +14,7 @@
 #include <memory>
 
 class QCheckBox;
+class QKeyEvent;
 class QLabel;
 class QToolButton;
 
@@ -195,6 +196,19 @@ public:
     void MyOnChange(QObject *sender = nullptr);
     void MyEnter(QObject *sender);
     void MyExit(QObject *sender);
+    /// A key went down in the input field: F2 posts the value, F6 reloads it; then
+    /// OnKeyDown. A handler swallows the key by setting it to 0. Tab and Shift+Tab are
+    /// the form's navigation and never arrive here, nor at MyKeyPress and MyKeyUp.
+    virtual void MyKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers);
+    /// A character was typed: online, Enter posts; numeric fields take only digits, sign
+    /// and decimal separator; a full text field takes nothing more; then OnKeyPress. A
+    /// null character swallows the key; another character is typed instead.
+    virtual void MyKeyPress(QObject *sender, QChar &key);
+    /// A key came up: a numeric field that no longer holds a number takes back the last
+    /// change; then OnKeyUp.
+    virtual void MyKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers);
+    /// A bit check box was clicked: the value is rebuilt from all boxes and posted.
+    virtual void MyCheckBoxOnClick(QObject *sender);
     bool Focused() const;
     void SetEnabled(tParaEnabled level);
     tParaEnabled GetInitialEnableLevel() const;
@@ -228,10 +242,8 @@ private:
     bool setComboText(const QString &text);
     void setRadioText(const QString &text);
     void setEditText(const QString &text);
-    void myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers);
-    void myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers);
-    void myKeyPress(QObject *sender, QChar &key);
-    void myCheckBoxOnClick(QObject *sender);
+    bool keyPressed(QObject *watched, QKeyEvent *event);
+    void fillSelectionList();
     void myInfoButtonClick();
     void updateInfoButton();
     void validateNumber();
@@ -285,6 +297,7 @@ private:
     QList<quintptr> m_notify;
     bool m_fromMirror = false;
     bool m_building = false;
+    bool m_closingUp = false;
 };
 
 /// The physical value that corresponds to 16384 counts of a parameter's internal value,

@@ -231,7 +231,7 @@ void TParaClass::buildBitBoxes()
     for (int i = bits - 1; i >= 0; --i) {
         auto *box = new QCheckBox(this);
         box->setObjectName(objectName() + QLatin1Char('_') + QString::number(i));
-        connect(box, &QCheckBox::clicked, this, [this, box] { myCheckBoxOnClick(box); });
+        connect(box, &QCheckBox::clicked, this, [this, box] { MyCheckBoxOnClick(box); });
         auto *label = new QLabel(QString::number(i), this);
         label->setFont(small);
         label->setAlignment(Qt::AlignCenter);
@@ -250,7 +250,11 @@ void TParaClass::buildCombo(int record, bool editable)
     m_input = combo;
     if (m_table->IstAuswahlParameter(record))
         combo->OnDropDown = [this](QObject *) { InitAuswahlListe(true); };
-    combo->OnCloseUp = [this](QObject *sender) { MyExit(sender); };
+    combo->OnCloseUp = [this](QObject *sender) {
+        m_closingUp = true; // closing the list posts even an unchanged choice
+        MyExit(sender);
+        m_closingUp = false;
+    };
     if (!isDesigning()) combo->setToolTip(GetWertebereich(record));
 }
 

@@ -265,11 +265,23 @@ void TParaClass::MyExit(QObject *sender)
             index = GetIndexOfValue(items, text.mid(2));
         combo->setCurrentIndex(index);
     }
-    if (m_table->Online() == omOnline && (combo || GetText() != m_entryText)) {
+    // Leaving a combo box by the keyboard or after the wheel posts a changed choice like
+    // an edit; closing its list posts in any case.
+    if (m_table->Online() == omOnline && (m_closingUp || GetText() != m_entryText)) {
         PostValue();
         m_entryText = GetText();
     }
     if (OnExit) OnExit(this);
+}
+
+// A selection combo box holds only its current entry until its list opens. Entering it
+// fills the list, so that the arrow keys, a typed key and the wheel can choose too.
+void TParaClass::fillSelectionList()
+{
+    auto *combo = qobject_cast<TwizComboBox *>(m_input);
+    if (combo && combo->count() < 2 && m_table &&
+        m_table->IstAuswahlParameter(m_table->GetRecNo(GetKoordinate(), false)))
+        InitAuswahlListe(true);
 }
 
 bool TParaClass::Focused() const
@@ -282,7 +294,7 @@ bool TParaClass::Focused() const
 
 // --- keys ----------------------------------------------------------------------------------------
 
-void TParaClass::myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
+void TParaClass::MyKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
 {
     if (key == Qt::Key_F2)
         PostValue();
@@ -291,7 +303,7 @@ void TParaClass::myKeyDown(QObject *sender, int &key, Qt::KeyboardModifiers modi
     if (OnKeyDown) OnKeyDown(sender, key, modifiers);
 }
 
-void TParaClass::myKeyPress(QObject *sender, QChar &key)
+void TParaClass::MyKeyPress(QObject *sender, QChar &key)
 {
     const bool backspace = key == QChar(8);
     if (m_table && m_table->Online() == omOnline && key == QChar(13)) {
@@ -316,7 +328,7 @@ void TParaClass::myKeyPress(QObject *sender, QChar &key)
     if (OnKeyPress && !key.isNull()) OnKeyPress(sender, key);
 }
 
-void TParaClass::myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
+void TParaClass::MyKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifiers)
 {
     auto *edit = qobject_cast<QLineEdit *>(m_input);
     if (m_numeric && edit) {
@@ -334,6 +346,44 @@ void TParaClass::myKeyUp(QObject *sender, int &key, Qt::KeyboardModifiers modifi
     if (OnKeyUp) OnKeyUp(sender, key, modifiers);
 }
 
+namespace {
+
+// Tab and Shift+Tab belong to the form: they move the focus and are no input.
+bool isNavigationKey(const QKeyEvent *ke)
+{
+    return (ke->key() == Qt::Key_Tab || ke->key() == Qt::Key_Backtab) &&
+           !(ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
+} // namespace
+
+// The edit field reports its keys down, its characters and its keys up; a selection
+// combo box its keys down; check boxes and radio groups nothing, so Space and the arrows
+// work there as everywhere. Returns true when a handler swallowed the key.
+bool TParaClass::keyPressed(QObject *watched, QKeyEvent *ke)
+{
+    if (watched != m_input || !(qobject_cast<QLineEdit *>(m_input) || qobject_cast<QComboBox *>(m_input)))
+        return false;
+    int key = ke->key();
+    MyKeyDown(watched, key, ke->modifiers());
+    if (key == 0) return true;
+    if (!qobject_cast<QLineEdit *>(m_input) || ke->text().isEmpty() || ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+        return false;
+    QChar c = ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter ? QChar(13)
+              : ke->key() == Qt::Key_Backspace                          ? QChar(8)
+                                                                        : ke->text().at(0);
+    const QChar typed = c;
+    MyKeyPress(watched, c);
+    if (c.isNull()) return true;
+    if (c != typed) {
+        if (auto *edit = qobject_cast<QLineEdit *>(m_input)) {
+            edit->insert(QString(c));
+            return true;
+        }
+    }
+    return false;
+}
+
 bool TParaClass::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_lblKoordinate && event->type() == QEvent::MouseButtonRelease) {
@@ -344,39 +394,26 @@ bool TParaClass::eventFilter(QObject *watched, QEvent *event)
         return QFrame::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::FocusIn:
+        // Coming back from the open list must keep the list: the choice is still pending.
+        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+            fillSelectionList();
         MyEnter(watched);
         break;
     case QEvent::FocusOut:
-        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason &&
-            !qobject_cast<TwizComboBox *>(m_input))
+        if (static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
             MyExit(watched);
         break;
     case QEvent::KeyPress: {
         auto *ke = static_cast<QKeyEvent *>(event);
-        int key = ke->key();
-        myKeyDown(watched, key, ke->modifiers());
-        if (key == 0) return true;
-        if (ke->text().isEmpty() || ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
-            break;
-        QChar c = ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter ? QChar(13)
-                  : ke->key() == Qt::Key_Backspace                          ? QChar(8)
-                                                                            : ke->text().at(0);
-        const QChar typed = c;
-        myKeyPress(watched, c);
-        if (c.isNull()) return true;
-        if (c != typed) {
-            if (auto *edit = qobject_cast<QLineEdit *>(m_input)) {
-                edit->insert(QString(c));
-                return true;
-            }
-        }
+        if (!isNavigationKey(ke) && keyPressed(watched, ke)) return true;
         break;
     }
     case QEvent::KeyRelease: {
         auto *ke = static_cast<QKeyEvent *>(event);
-        if (ke->isAutoRepeat()) break;
+        if (ke->isAutoRepeat() || isNavigationKey(ke) || !qobject_cast<QLineEdit *>(m_input))
+            break;
         int key = ke->key();
-        myKeyUp(watched, key, ke->modifiers());
+        MyKeyUp(watched, key, ke->modifiers());
         break;
     }
     default:
@@ -402,7 +439,7 @@ void TParaClass::connectInput()
         box->installEventFilter(this);
 }
 
-void TParaClass::myCheckBoxOnClick(QObject *sender)
+void TParaClass::MyCheckBoxOnClick(QObject *sender)
 {
     Q_UNUSED(sender)
     const int n = int(m_bitBoxes.size());

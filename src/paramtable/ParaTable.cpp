@@ -20,7 +20,7 @@
 namespace drivewiz {
 
 TParaTable::TParaTable(QWidget *parent)
-    : QWidget(parent), m_buffer(500, '\0'), m_window(new MessageWindow(this)),
+    : QWidget(parent), m_window(new MessageWindow(this)),
       m_clock([] { return QDateTime::currentMSecsSinceEpoch(); })
 {
     setObjectName(QStringLiteral("ParaTable"));

@@ -17,6 +17,9 @@
 
 class QTextEdit;
 
+// The control type of the toolMessage signal, for the meta-object code only.
+Q_MOC_INCLUDE("paramctrls/ParamCtrls.h")
+
 namespace drivewiz {
 
 class IniFile;
@@ -155,6 +158,11 @@ public:
     /// Adds a window handle that gets message 1027 when the online mode changes.
     void SubscribeMsgOnlineChange(quintptr windowHandle);
     TParaClass *FindParaControl(quint32 address) const;
+    /// The message handlers of the table's window: a pushed change (0x8006; wParam the
+    /// address, lParam bit 0 set for a change) and a new online mode (0x8007; wParam low
+    /// byte the mode).
+    void ToolMsg(quintptr wParam, qintptr lParam);
+    void OnlineMsg(quintptr wParam, qintptr lParam);
     bool Busy() const { return m_busy; }
     /// Holds the busy flag from outside, e.g. while a wizard saves (restore it after).
     void SetBusy(bool busy) { m_busy = busy; }
@@ -167,6 +175,16 @@ public:
     const QStringList &IndirectUnitSources() const { return m_indirectUnits; }
     void AddIndirectUnitSource(const QString &koordinate);
     void SetClock(Clock clock) { m_clock = std::move(clock); }
+
+    // --- a host that frees what the library is using ----------------------------------------
+    /// True while one of the host's callbacks of this table runs.
+    bool InHostCall() const { return m_hostCalls > 0; }
+    /// The host freed this table (or its form) while the library was still using it, e.g.
+    /// from inside a callback. The table calls the host no more and drops its messages;
+    /// when a callback was running, the fault is reported once. Freeing itself is left to
+    /// the caller, for when the library is done (deleteLater()).
+    void DetachHost();
+    bool HostDetached() const { return m_hostDetached; }
 
     // --- configuration, language and help --------------------------------------------------
     QString ReadCFGString(const QString &ident, const QString &defaultValue) const;
@@ -191,6 +209,15 @@ public:
     void UpdateGruppenCSVs(const QString &letter);
     const TImportTable *GruppenTable(const QString &letter) const;
 
+Q_SIGNALS:
+    /// A change pushed by the host, after the table refreshed the control that shows it
+    /// (the same as OnToolMessage).
+    void toolMessage(quint32 Q7adr, const QString &Koord, drivewiz::TParaClass *Par, int RecNo);
+    /// The online mode changed.
+    void onlineModeChanged(drivewiz::tOnlineModus mode);
+    /// Every value of the form was written to the host (PostAllParams).
+    void valuesSaved();
+
 protected:
     bool isDesigningTable() const override { return isDesigning(); }
     /// The form whose controls this table serves (the top-level widget), or none.
@@ -200,10 +227,18 @@ private:
     void setFont(int which, const QFont &font);
     void fontChanged();
     void wndProc(uint msg, quintptr wParam, qintptr lParam);
-    void toolMsg(quint32 address, qintptr lParam);
-    void onlineMsg(quintptr wParam);
     int fetchDescription(const QString &koordinate, const QString &axis, quint32 &address);
-    QByteArray callText(const std::function<qint32(char *, qint32)> &call, bool &ok);
+    using HostTextCall = std::function<qint32(char *, qint32)>;
+    using StatusCheck = std::function<bool(bool firstCall)>;
+    template <class Call> auto hostCall(const char *callback, Call &&call);
+    bool checkStatus(quint8 status, const QString &context, quint32 address,
+                     const QString &koordinate);
+    QByteArray readHostText(const char *callback, const HostTextCall &call,
+                            const StatusCheck &statusOk, bool &ok);
+    bool plausibleLength(qint32 length, const char *callback);
+    void refreshedValue(TParaClass *control, const QString &value);
+    void copyToMirrors(TParaClass *control);
+    void letEventsRun();
     QList<TParaClass *> paraControls() const;
     void rebuildControls();
     void updateIndirectUnits(const QString &koordinate);
@@ -238,7 +273,6 @@ private:
     std::unique_ptr<IniFile> m_lngFile;
     std::vector<std::pair<QString, std::unique_ptr<TImportTable>>> m_groups;
 
-    QByteArray m_buffer; // texts to and from the host
     MessageWindow *m_window = nullptr;
     quint32 m_lastPosted = 0;
     qint64 m_lastPostTime = 0;
@@ -248,6 +282,9 @@ private:
     bool m_busy = false;
     bool m_textRestore = false;
     bool m_hostAnswerReported = false;
+    int m_hostCalls = 0;
+    const char *m_hostCallName = "";
+    bool m_hostDetached = false;
     int m_toolMsgDepth = 0;
     int m_refreshing = 0;
     QStringList m_indirectUnits;

@@ -1,7 +1,7 @@
 // The parameter table's settings in wiz.cfg, its language file, help texts and the
 // in-memory group tables.
 
-#include "paramtable/ParaTable.h"
+#include "paramtable/ParaTable_p.h"
 
 #include "lang/wizSprache.h"
 #include "platform/dialogs.h"
@@ -92,19 +92,23 @@ void TParaTable::SetLanguage(int number)
 
 // --- help text -----------------------------------------------------------------------------
 
+// The drive tool first asks for the description's length to size its one buffer; hosts
+// may count on that call, so it is made, though each text here gets a buffer of its own.
+// A help callback answers "no help" with a length of 0 or less.
 QByteArray TParaTable::GetRTFhelpstring(quint32 address)
 {
-    if (!m_cb.get_help_text) return QByteArray();
-    bool ok = false;
-    if (m_cb.get_para_info) {
-        // The description's length sizes the buffer first, as the drive tool does.
+    if (!m_cb.get_help_text || m_hostDetached) return QByteArray();
+    if (const fcbtGetParaInfoStr info = m_cb.get_para_info) {
         quint8 status = 0;
-        const qint32 n = m_cb.get_para_info(nullptr, 0, m_wizardId, address, &status);
-        if (n > 0 && n < (1 << 24)) CheckCharBufferSize(m_buffer, n);
+        hostCall("fcbtGetParaInfoStr",
+                 [&] { return info(nullptr, 0, m_wizardId, address, &status); });
     }
-    const QByteArray text = callText(
-        [&](char *buf, qint32 size) { return m_cb.get_help_text(buf, size, m_wizardId, address); },
-        ok);
+    const fcbtGetRTFHelpText help = m_cb.get_help_text;
+    bool ok = false;
+    const QByteArray text = readHostText(
+        "fcbtGetRTFHelpText",
+        [&](char *buf, qint32 size) { return std::max(help(buf, size, m_wizardId, address), 0); },
+        nullptr, ok);
     return ok ? text : QByteArray();
 }
 

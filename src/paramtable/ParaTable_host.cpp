@@ -1,9 +1,10 @@
 // Descriptions fetched from the host parameter by parameter.
 
-#include "paramtable/ParaTable.h"
+#include "paramtable/ParaTable_p.h"
 
 #include "lang/wizDLLDefs.h"
 #include "paramtable/coordinates.h"
+#include "platform/convert.h"
 #include "platform/textcodec.h"
 #include "util/Divers.h"
 
@@ -16,20 +17,22 @@ namespace drivewiz {
 // they belong, so the table fills up as controls ask for parameters.
 int TParaTable::fetchDescription(const QString &koordinate, const QString &axis, quint32 &address)
 {
-    address = GetQ7Addresse(koordinate, IsInteger(axis) ? axis.trimmed().toInt() : 0);
+    int ax = 0; // "$2" is axis 2: the test and the value come from one conversion
+    if (!TryStrToInt(axis.trimmed(), ax)) ax = 0;
+    address = GetQ7Addresse(koordinate, ax);
     if (address == 0) return -1;
     if (address == m_lastFetched) return FindParAxUnknown(koordinate, axis);
     quint8 status = 0;
     bool ok = false;
-    const QByteArray text = callText(
-        [&](char *buf, qint32 size) {
-            return m_cb.get_para_info(buf, size, m_wizardId, address, &status);
+    const fcbtGetParaInfoStr info = m_cb.get_para_info;
+    const QByteArray text = readHostText(
+        "fcbtGetParaInfoStr",
+        [&](char *buf, qint32 size) { return info(buf, size, m_wizardId, address, &status); },
+        [&](bool) {
+            return checkStatus(status, QStringLiteral("fcbtGetParaInfoStr"), address, koordinate);
         },
         ok);
-    if (!CheckErrCode(m_wizardId, status, QStringLiteral("fcbtGetParaInfoStr"), m_cb.get_error_text,
-                      address, koordinate) ||
-        !ok || text.isEmpty())
-        return -1;
+    if (!ok || text.isEmpty()) return -1;
     QStringList lines =
         decodeText(text).split(QRegularExpression(QStringLiteral("[\r\n]+")), Qt::SkipEmptyParts);
     if (lines.isEmpty()) return -1;

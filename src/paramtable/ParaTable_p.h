@@ -1,11 +1,17 @@
 #ifndef DRIVEWIZ_PARAMTABLE_PARATABLE_P_H
 #define DRIVEWIZ_PARAMTABLE_PARATABLE_P_H
 
-// Constants of the parameter table shared by its files here and in paramctrls/.
+// Constants and the host-call wrapper of the parameter table, shared by its files here
+// and in paramctrls/.
+
+#include "lang/wizDLLDefs.h"
+#include "paramtable/ParaTable.h"
 
 #include <QtGlobal>
 
-namespace drivewiz::paratable {
+namespace drivewiz {
+
+namespace paratable {
 
 /// A push for the address the table wrote last, less than this many milliseconds after
 /// the write, is the echo of our own write and is dropped.
@@ -21,6 +27,28 @@ inline bool reservedAddress(quint32 address)
     return address >= kReservedFirst && address <= kReservedLast;
 }
 
-} // namespace drivewiz::paratable
+} // namespace paratable
+
+// Every call into the host goes through here: it is counted (so that a host freeing the
+// table meanwhile is noticed, see DetachHost) and named for the report.
+template <class Call> auto TParaTable::hostCall(const char *callback, Call &&call)
+{
+    const HostCallScope scope;
+    struct Restore
+    {
+        TParaTable *table;
+        const char *outer;
+        ~Restore()
+        {
+            --table->m_hostCalls;
+            table->m_hostCallName = outer;
+        }
+    } restore{this, m_hostCallName};
+    m_hostCallName = callback;
+    ++m_hostCalls;
+    return call();
+}
+
+} // namespace drivewiz
 
 #endif // DRIVEWIZ_PARAMTABLE_PARATABLE_P_H

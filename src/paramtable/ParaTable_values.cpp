@@ -2,7 +2,6 @@
 // mode (0x8007) and subscriptions. What works on the form's controls is in
 // paramctrls/ParaTable_controls.cpp.
 
-#include "paramtable/ParaTable.h"
 #include "paramtable/ParaTable_p.h"
 
 #include "lang/wizDLLDefs.h"
@@ -20,43 +19,70 @@
 
 namespace drivewiz {
 
-// Asks the host for a text with the two-call protocol. A host answer that cannot be right
-// (a negative or absurd length) is reported once per table and counts as no text; a text
-// shorter than announced, without its zero, or not in UTF-8 is taken as far as it goes.
-QByteArray TParaTable::callText(const std::function<qint32(char *, qint32)> &call, bool &ok)
+// A length no text can have: reported once per table (a host that answers so usually
+// does it every time), and the text counts as missing.
+bool TParaTable::plausibleLength(qint32 length, const char *callback)
+{
+    if (length >= 0 && length <= paratable::kMaxHostText) return true;
+    if (!m_hostAnswerReported && !m_busy)
+        ShowMessage(QStringLiteral("Fehlerhafte Antwort des Host-Programms (") +
+                    QLatin1String(callback) + QStringLiteral("): Textlänge ") +
+                    QString::number(length));
+    m_hostAnswerReported = true;
+    return false;
+}
+
+// The two-call protocol of every callback that returns text: first the length, then the
+// text into a buffer of that length + 1. The buffer belongs to this call alone: a host
+// that lets events run inside its callback may call the table again meanwhile. After an
+// error status (reported by `statusOk`) the length means nothing and is not looked at.
+// A text shorter than announced, without its zero, or not in UTF-8 is taken as far as
+// it goes.
+QByteArray TParaTable::readHostText(const char *callback, const HostTextCall &call,
+                                    const StatusCheck &statusOk, bool &ok)
 {
     ok = false;
-    const qint32 needed = call(nullptr, 0);
-    if (needed < 0 || needed > paratable::kMaxHostText) {
-        if (!m_hostAnswerReported && !m_busy)
-            ShowMessage(QStringLiteral("Fehlerhafte Antwort des Host-Programms: Textlänge ") +
-                        QString::number(needed));
-        m_hostAnswerReported = true;
+    const qint32 needed = hostCall(callback, [&call] { return call(nullptr, 0); });
+    if (m_hostDetached || (statusOk && !statusOk(true)) || !plausibleLength(needed, callback))
         return QByteArray();
-    }
-    CheckCharBufferSize(m_buffer, needed);
-    std::memset(m_buffer.data(), 0, size_t(m_buffer.size()));
-    const qint32 got = call(m_buffer.data(), qint32(m_buffer.size()));
-    ok = got >= 0;
-    const size_t limit = size_t(std::clamp<qint32>(got, 0, qint32(m_buffer.size()) - 1));
-    return QByteArray(m_buffer.constData(), qsizetype(strnlen(m_buffer.constData(), limit)));
+    QByteArray buffer(qsizetype(needed) + 1, '\0');
+    const qint32 got =
+        hostCall(callback, [&] { return call(buffer.data(), qint32(buffer.size())); });
+    if (m_hostDetached || (statusOk && !statusOk(false)) || !plausibleLength(got, callback))
+        return QByteArray();
+    ok = true;
+    const size_t limit = size_t(std::min<qint32>(got, qint32(buffer.size()) - 1));
+    return QByteArray(buffer.constData(), qsizetype(strnlen(buffer.constData(), limit)));
+}
+
+// CheckErrCode asks the host for the error's text: it is a host call like the others.
+bool TParaTable::checkStatus(quint8 status, const QString &context, quint32 address,
+                             const QString &koordinate)
+{
+    if (status == 0) return true;
+    if (m_hostDetached) return false;
+    return hostCall("fcbtGetErrorText", [&] {
+        return CheckErrCode(m_wizardId, status, context, m_cb.get_error_text, address,
+                            koordinate);
+    });
 }
 
 char TParaTable::SetParaValue(quint32 address, const QString &koordinate, const QString &value)
 {
     if (m_online == omRueckdoku || !m_cb.set_para_value || !IsKoordinate(koordinate) ||
-        address == 0)
+        address == 0 || m_hostDetached)
         return 0;
     m_lastPosted = address;
     m_lastPostTime = m_clock();
-    const QByteArray utf8 = value.toUtf8();
-    CheckCharBufferSize(m_buffer, int(utf8.size()) + 1);
-    std::memcpy(m_buffer.data(), utf8.constData(), size_t(utf8.size()));
-    m_buffer[utf8.size()] = '\0';
-    const char status = m_cb.set_para_value(m_buffer.constData(), m_wizardId, address, 0);
+    const QByteArray text = value.toUtf8(); // zero-terminated, and this call's own
+    const fcbtSetParaValue set = m_cb.set_para_value;
+    const char status = hostCall("fcbtSetParaValue", [&] {
+        return set(text.constData(), m_wizardId, address, 0);
+    });
+    if (m_hostDetached) return status;
     if (status != 'V')
-        CheckErrCode(m_wizardId, quint8(status), QStringLiteral("TParaTable.PostParaControl"),
-                     m_cb.get_error_text, address, koordinate);
+        checkStatus(quint8(status), QStringLiteral("TParaTable.PostParaControl"), address,
+                    koordinate);
     else if (!m_busy)
         Beep();
     return status;
@@ -66,42 +92,46 @@ bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, Q
                                    quint8 &status)
 {
     value.clear();
-    const int row = GetRecNo(koordinate, false);
     if (!m_cb.get_para_value || address == 0) {
+        const int row = GetRecNo(koordinate, false);
         if (row >= 0) value = Cell(row, QStringLiteral("Wert"));
         return true;
     }
-    const auto ask = [&](const char *context, char *buf, qint32 size) {
-        const qint32 n = m_cb.get_para_value(buf, size, m_wizardId, address, &status);
-        if (!CheckErrCode(m_wizardId, status, QString::fromLatin1(context), m_cb.get_error_text,
-                          address, koordinate))
-            return qint32(-1);
-        return n;
-    };
-    bool first = true;
+    if (m_hostDetached) return false;
+    const fcbtGetParaValue get = m_cb.get_para_value;
     bool ok = false;
-    const QByteArray text = callText(
-        [&](char *buf, qint32 size) {
-            const bool isFirst = first;
-            first = false;
-            return ask(isFirst ? "fcbtGetParaValue" : "TParaTable.GetFreshParaValue", buf, size);
+    const QByteArray text = readHostText(
+        "fcbtGetParaValue",
+        [&](char *buf, qint32 size) { return get(buf, size, m_wizardId, address, &status); },
+        [&](bool first) {
+            return checkStatus(status,
+                               first ? QStringLiteral("fcbtGetParaValue")
+                                     : QStringLiteral("TParaTable.GetFreshParaValue"),
+                               address, koordinate);
         },
         ok);
-    if (!ok || status != 0) return false;
+    if (!ok) return false;
     value = decodeText(text);
+    // Looked up after the call: rows the host described meanwhile may have moved it.
+    const int row = GetRecNo(koordinate, false);
     if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
     return true;
 }
 
 // --- subscriptions ---------------------------------------------------------------------
 
+// The address leaves the list before the host hears of it: a host that calls back into
+// the table meanwhile finds the list as it will be.
 void TParaTable::UnSubscribeParaControlUpdate(int index)
 {
     if (isDesigning() || !m_cb.subscribe || m_online != omOnline || index < 0 ||
         size_t(index) >= m_updateList.size())
         return;
-    m_cb.subscribe(m_wizardId, m_updateList[size_t(index)], -1);
+    const quint32 address = m_updateList[size_t(index)];
     m_updateList.erase(m_updateList.begin() + index);
+    if (m_hostDetached) return;
+    const fcbtSubscribeParaUpdate subscribe = m_cb.subscribe;
+    hostCall("fcbtSubscribeParaUpdate", [&] { subscribe(m_wizardId, address, -1); });
 }
 
 void TParaTable::ClearUpdateList()
@@ -141,10 +171,13 @@ void TParaTable::SetOnline(tOnlineModus mode)
     if (m_online == omOnline && mode != omOnline)
         ClearUpdateList(); // still in online mode, so the host is told
     m_online = mode;
-    if (isLoading() || !ownerForm()) return;
-    rebuildControls();
-    if (formHasPageControl()) return; // the page control registers its visible controls itself
-    if (mode == omOnline) RegisterOnlineUpdatePars(ownerForm());
+    if (!isLoading() && ownerForm()) {
+        rebuildControls();
+        // The page control registers its visible controls itself.
+        if (!formHasPageControl() && mode == omOnline) RegisterOnlineUpdatePars(ownerForm());
+    }
+    const HostCallScope scope; // listeners are the host's code
+    Q_EMIT onlineModeChanged(mode);
 }
 
 void TParaTable::AddIndirectUnitSource(const QString &koordinate)
@@ -157,19 +190,33 @@ void TParaTable::AddIndirectUnitSource(const QString &koordinate)
 void TParaTable::wndProc(uint msg, quintptr wParam, qintptr lParam)
 {
     if (msg == wmToolMessage)
-        toolMsg(quint32(wParam), lParam);
+        ToolMsg(wParam, lParam);
     else if (msg == wmToolOnlineMode)
-        onlineMsg(wParam);
+        OnlineMsg(wParam, lParam);
 }
 
-void TParaTable::onlineMsg(quintptr wParam)
+void TParaTable::OnlineMsg(quintptr wParam, qintptr lParam)
 {
+    Q_UNUSED(lParam)
     if (m_busy) return;
     const int mode = int(wParam & 0xFF);
     if (mode > omRueckdoku) return; // not a mode this table knows
     SetOnline(tOnlineModus(mode));
     for (const quintptr handle : m_onlineChangeList)
         PostMessage(handle, wmOnlineChanged, quintptr(mode), 0);
+}
+
+void TParaTable::DetachHost()
+{
+    if (m_hostDetached) return;
+    m_hostDetached = true;
+    m_busy = true;           // no messages, beeps or boxes from here on
+    m_window->closeHandle(); // the host's further posts fail
+    if (m_hostCalls > 0)
+        ShowMessage(QStringLiteral("Fehler des Host-Programms: Der Assistent wurde während "
+                                   "des Aufrufs von ") +
+                    QLatin1String(m_hostCallName) +
+                    QStringLiteral(" geschlossen."));
 }
 
 } // namespace drivewiz

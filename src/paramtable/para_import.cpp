@@ -230,8 +230,9 @@ void TImportTable::setCell(int row, int column, const QString &value)
     if (column == m_colKoordinate || column == m_colAchse || column == m_colNummer) {
         const std::string before = m_rowKeys[size_t(row)];
         updateSortKey(row);
-        // A changed key column moves the row; keep lookups right at once.
-        if (m_indexValid && before != m_rowKeys[size_t(row)]) ReBuildMainIndex();
+        // The row belongs elsewhere now, but positions callers hold stay valid until
+        // ReBuildMainIndex; until then the index is stale and look-ups use the old keys.
+        if (before != m_rowKeys[size_t(row)]) m_indexValid = false;
     }
 }
 

@@ -67,6 +67,9 @@ public:
     void InsertNewRow(const QString &line, int row);
     /// Sorts the main index by the sort strings.
     void ReBuildMainIndex();
+    /// False once a key cell ("Koordinate", "Achse", "Nummer") changed: positions still
+    /// name the same rows, but the order is stale until ReBuildMainIndex().
+    bool MainIndexValid() const { return m_indexValid; }
 
     /// The sort string of a row: letter, number (3 digits), element (4), `nummer` (3) and
     /// axis; e.g. "B33.7" with axis "2" gives "B03300070002".

@@ -1,5 +1,6 @@
 #include "paramtable/para_import_werte.h"
 
+#include "platform/convert.h"
 #include "platform/dialogs.h"
 
 namespace drivewiz {
@@ -180,8 +181,11 @@ bool TWerteTable::RowAccepted(int position)
         koord == m_lastAccepted)
         return false;
     if (m_levelFilter < 99 && m_levelColumn >= 0) {
-        const QString level = CellAt(position, m_levelColumn).trimmed();
-        if (IsInteger(level) && level.toInt() > m_levelFilter) return false;
+        // The conversion that decides "is an integer" also gives the value ("$A" is 10).
+        int level = 0;
+        if (TryStrToInt(CellAt(position, m_levelColumn).trimmed(), level) &&
+            level > m_levelFilter)
+            return false;
     }
     if (!m_hidden.empty() && m_hidden.count(fGetParam(position))) return false;
     if (!m_terms.empty() && !evaluateFilter(position)) return false;

@@ -13,6 +13,7 @@
 
 #include <QAbstractButton>
 #include <QDynamicPropertyChangeEvent>
+#include <QKeyEvent>
 #include <QTabBar>
 #include <QTimer>
 
@@ -332,6 +333,9 @@ bool TwizPageControl::eventFilter(QObject *watched, QEvent *event)
         if (m_form->property(ModalResultProperty).toInt() == mrNone)
             m_form->setProperty(ModalResultProperty, int(mrCancel));
         break;
+    case QEvent::KeyPress:
+        if (watched == m_searchEdit && searchKey(static_cast<QKeyEvent *>(event))) return true;
+        break;
     case QEvent::Resize:
     case QEvent::Move:
         if (watched == m_btnBack) UpdateTabLabels(); // the page parts line up with it
@@ -351,6 +355,17 @@ bool TwizPageControl::eventFilter(QObject *watched, QEvent *event)
     return QTabWidget::eventFilter(watched, event);
 }
 
+// The search field's characters go to SearchKeyPress; true when it swallowed one.
+bool TwizPageControl::searchKey(QKeyEvent *event)
+{
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return false;
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter && event->text().isEmpty()) return false;
+    QChar key = enter ? QChar(13) : event->text().at(0);
+    SearchKeyPress(m_searchEdit, key);
+    return key.isNull();
+}
+
 // --- navigation --------------------------------------------------------------------------
 
 bool TwizPageControl::PageShown(const QWidget *page)
@@ -364,14 +379,6 @@ QWidget *TwizPageControl::FindTabSheet(const QString &caption) const
         if (tabText(i) == caption) return widget(i);
     }
     return nullptr;
-}
-
-bool TwizPageControl::shownBefore(int index) const
-{
-    for (int i = 0; i < index && i < count(); ++i) {
-        if (PageShown(widget(i))) return true;
-    }
-    return false;
 }
 
 bool TwizPageControl::shownAfter(int index) const
@@ -416,13 +423,14 @@ void TwizPageControl::MoveTo(QWidget *page)
     updateBackButton();
 }
 
-// A hidden first page must not leave a back button that leads nowhere.
+// The back button shows on every page but the first (index 0), hidden or not: with page
+// 0 hidden, page 1 still has a back button, which then finds no page to go back to.
 void TwizPageControl::updateBackButton()
 {
     if (!m_btnBack) return;
-    const bool before = shownBefore(currentIndex());
-    m_btnBack->setEnabled(before);
-    m_btnBack->setVisible(before);
+    const bool first = currentIndex() <= 0;
+    m_btnBack->setEnabled(!first);
+    m_btnBack->setVisible(!first);
 }
 
 void TwizPageControl::BtnMoveNextClick()

@@ -64,7 +64,7 @@ DRIVEWIZ_EXPORT bool VisibilityControlWords(const TParaTable *table);
 /// a form file, resolved in Loaded(); the pointer setters link at once.
 ///
 /// Choices of ours (details in docs/wizard.md): the wizard starts on the first shown
-/// page and shows the back button only when a shown page comes before; the search skips
+/// page; the search skips
 /// hits on hidden pages; Escape and Enter are previewed for the focused widget of the
 /// form (Enter on a focused push button presses it); OK on a QDialog form accept()s, any
 /// other close goes through close() and the form's property "ModalResult"; the stored
@@ -129,7 +129,7 @@ public:
     QWidget *FindTabSheet(const QString &caption) const;
     /// Makes the page active: the tree follows, its controls are registered for online
     /// updates, its next button shows only when a shown page follows, and the back
-    /// button shows (enabled) only when a shown page comes before it.
+    /// button shows (enabled) unless the page is the first one (index 0).
     void MoveTo(QWidget *page);
     /// The next shown page after `page`, if any (no wrap-around).
     void MoveNext(QWidget *page);
@@ -172,6 +172,9 @@ public:
     bool GetBtnCalcelVisible() const;
     /// The pause between the colours of a flashing hit, 200 ms by default (0 in tests).
     void SetFlashDelay(int milliseconds) { m_flashDelay = milliseconds; }
+    /// A character typed into the search field: Enter (13) searches and is swallowed
+    /// (set to a null character).
+    void SearchKeyPress(QObject *sender, QChar &key);
     /// The form's key preview: Escape and Enter as the wizard handles them. Returns true
     /// when the key was used. Acts only while the Cancel button exists.
     bool OnFormKeyPress(QKeyEvent *event);
@@ -214,6 +217,7 @@ protected:
 private:
     void Change();
     void Resize();
+    bool searchKey(QKeyEvent *event);
     QWidget *buttonHost();
     QRect pageArea() const;
     QPoint backInPage() const;
@@ -221,7 +225,6 @@ private:
     void updatePage(int n);
     void updateNextButton(int n);
     void updateBackButton();
-    bool shownBefore(int index) const;
     bool shownAfter(int index) const;
     void applyTabVisible();
     void applyBackButton();
@@ -234,6 +237,7 @@ private:
     void presentHit(QWidget *hit, QWidget *rep);
     void flash(QWidget *w, QPalette::ColorRole role, const QList<QColor> &colors);
     void closeForm(int result);
+    void commitFocusedControl();
     void watchForm();
     void storeFormSize();
 

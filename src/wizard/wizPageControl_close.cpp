@@ -80,8 +80,22 @@ void TwizPageControl::watchForm()
 
 // --- OK and Cancel ---------------------------------------------------------------------------
 
+// OK pressed by a key leaves the focused field where it is: what the user typed or chose
+// there is checked and, online, posted now, as leaving the field would.
+void TwizPageControl::commitFocusedControl()
+{
+    QWidget *focus = QApplication::focusWidget();
+    for (QWidget *w = focus; w && w != window(); w = w->parentWidget()) {
+        auto *control = qobject_cast<TParaClass *>(w);
+        if (!control) continue;
+        if (control->Focused()) control->MyExit(focus);
+        return;
+    }
+}
+
 void TwizPageControl::SaveAndClose()
 {
+    commitFocusedControl();
     if (m_table) {
         const bool wasBusy = m_table->Busy();
         m_table->SetBusy(true);
@@ -173,10 +187,7 @@ bool TwizPageControl::OnFormKeyPress(QKeyEvent *event)
     QWidget *focus = QApplication::focusWidget();
     QLineEdit *edit = pagectl::editOf(focus);
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && edit && edit == m_searchEdit) {
-        SearchBtnClick(); // the search field's own Enter
-        return true;
-    }
+    if (enter && edit && edit == m_searchEdit) return false; // SearchKeyPress takes it
     if (!m_btnCancel) return false;
     const bool undoable = edit && edit->isUndoAvailable();
     switch (event->key()) {
@@ -200,7 +211,10 @@ bool TwizPageControl::OnFormKeyPress(QKeyEvent *event)
         }
         const QString question =
             s_TerminateWiz + QStringLiteral("?\r(") + s_ModifWillRetain + QStringLiteral(")");
-        if (MessageDlg(question, MsgDlgType::Confirmation, mbYesNo) == mrYes) CancelWizard();
+        if (MessageDlg(question, MsgDlgType::Confirmation, mbYesNo) == mrYes) {
+            commitFocusedControl(); // the changes are kept: the focused field's too
+            CancelWizard();
+        }
         return true;
     }
     default:

@@ -235,6 +235,7 @@ void TwizPageControl::createFormParts()
         m_searchEdit->setFocusPolicy(Qt::ClickFocus); // outside the tab order
         m_searchEdit->resize(kSearchEditWidth, m_searchEdit->sizeHint().height());
         connect(m_searchEdit, &QLineEdit::textChanged, this, &TwizPageControl::SearchEditChange);
+        m_searchEdit->installEventFilter(this);
         m_searchEdit->show();
     }
     if (!m_searchBtn) {

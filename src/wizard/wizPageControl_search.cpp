@@ -134,6 +134,14 @@ void TwizPageControl::SearchEditChange()
     if (m_searchBtn && m_searchEdit) m_searchBtn->setEnabled(!m_searchEdit->text().isEmpty());
 }
 
+void TwizPageControl::SearchKeyPress(QObject *sender, QChar &key)
+{
+    Q_UNUSED(sender)
+    if (key != QChar(13)) return;
+    key = QChar();
+    SearchBtnClick();
+}
+
 // Hits are numbered in the walk; each click presents the next one. A hit that cannot be
 // shown (hidden, disabled, on a hidden page) is counted and passed over.
 void TwizPageControl::SearchBtnClick()

@@ -241,13 +241,33 @@ TEST_F(ImportTableIndex, LookupsWithAndWithoutAxis)
     EXPECT_GE(find("d01", "4"), 0);
     EXPECT_EQ(find("D01", "5"), -1);
     EXPECT_EQ(t.FindParAxUnknown("F07", "2"), find("F07", "0")); // drive-wide row
+    EXPECT_EQ(t.FindParAxUnknown("F07", "$2"), find("F07", "0"));
     EXPECT_EQ(t.FindParAxUnknown("F-7", "1"), -1);
     EXPECT_EQ(t.fGetGruppe(t.FindGruppe("d", "")), QStringLiteral("D"));
     EXPECT_EQ(t.FindGruppe("Z", ""), -1);
-    // A changed coordinate moves the row at once.
-    t.SetValueByColName(find("A03"), "Koordinate", "A04");
+}
+
+// A changed key cell leaves every position naming its row until the index is rebuilt;
+// the valid flag tells that the order is stale.
+TEST_F(ImportTableIndex, ChangedKeysMoveRowsOnlyWithARebuild)
+{
+    const int a03 = find("A03");
+    const int e100 = find("E100");
+    ASSERT_TRUE(t.MainIndexValid());
+    t.SetValueByColName(a03, "Name", "n"); // no key: nothing goes stale
+    EXPECT_TRUE(t.MainIndexValid());
+    t.SetValueByColName(a03, "Koordinate", "Z04");
+    t.SetValueByColName(e100, "Achse", "3");
+    EXPECT_FALSE(t.MainIndexValid());
+    EXPECT_EQ(t.fGetKoord(a03), QStringLiteral("Z04")); // the same row at the same place
+    EXPECT_EQ(t.fGetKoord(e100), QStringLiteral("E100"));
+    EXPECT_EQ(find("A03"), a03); // look-ups still see the old order
+    t.ReBuildMainIndex();
+    EXPECT_TRUE(t.MainIndexValid());
     EXPECT_EQ(find("A03"), -1);
-    EXPECT_GE(find("A04"), 0);
+    EXPECT_EQ(t.fGetKoord(t.RowCount() - 1), QStringLiteral("Z04"));
+    EXPECT_EQ(t.fGetAchse(find("E100", "3")), QStringLiteral("3"));
+    EXPECT_TRUE(messages().isEmpty());
 }
 
 TEST_F(ImportTableIndex, ColumnMissesAreReported)

@@ -116,3 +116,19 @@ TEST_F(WerteTable, ExportWritesTitlesAllOrVisibleRowsAndAppends)
     EXPECT_FALSE(t.ExportAll(path("no/such/dir/x.csv"), {tExp_AllRecords}));
     EXPECT_EQ(messages().size(), 1);
 }
+
+// The read level is read with the conversion that decides whether it is an integer.
+TEST_F(WerteTable, HexadecimalReadLevelsCount)
+{
+    TWerteTable hex;
+    hex.ImportTable(write("hex.csv", "Name;Koordinate;Achse;Read-Level\n"
+                                     "Zehn;A01;1; $A \n"
+                                     "Zwei;A02;1;0x2\n"
+                                     "Text;A03;1;hoch\n"));
+    hex.SetLevelFilter(2);
+    ASSERT_EQ(hex.GetVisibleParamCount(), 2);
+    EXPECT_EQ(hex.Koordinate(0), QStringLiteral("A02"));
+    EXPECT_EQ(hex.Koordinate(1), QStringLiteral("A03")); // no integer: no level test
+    hex.SetLevelFilter(10);
+    EXPECT_EQ(hex.GetVisibleParamCount(), 3);
+}

@@ -13,10 +13,14 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <atomic>
+#include <functional>
+#include <utility>
 #include <cstring>
 #include <map>
 #include <thread>
@@ -35,6 +39,9 @@ struct FakeHost
     char setStatus = 0;
     quint8 getStatus = 0;
     enum class Lie { None, Longer, Negative, Latin1 } lie = Lie::None;
+    // Runs inside a read, between the length and the text, as a host that lets its
+    // events run while it talks to the drive.
+    std::function<void(quint32 address)> duringRead;
 };
 FakeHost *host = nullptr;
 
@@ -48,6 +55,7 @@ int32_t getValue(char *buffer, int32_t size, uint32_t, uint32_t address, uint8_t
     if (host->lie == FakeHost::Lie::Negative) return -5;
     const int32_t claimed = int32_t(v.size()) + (host->lie == FakeHost::Lie::Longer ? 40 : 0);
     if (!buffer) return claimed;
+    if (host->duringRead) std::exchange(host->duringRead, nullptr)(address);
     std::memcpy(buffer, v.constData(), size_t(std::min<int32_t>(int32_t(v.size()), size - 1)));
     return claimed;
 }
@@ -69,6 +77,7 @@ const QByteArray kDescriptions = "Name;Koordinate;Achse;Wert;Art;USS-Adresse /he
                                  "Modus;A11;1;1: ein;1;0102C000;2\r\n"
                                  "Nur lesen;A12;1;7;0;01030000;6\r\n";
 const quint32 kA10 = 0x01028000;
+const quint32 kA11 = 0x0102C000;
 
 } // namespace
 
@@ -191,7 +200,7 @@ TEST_F(ParaTableForm, EchoOfOwnWriteIsDroppedOnce)
     table->SetOnline(omOnline);
     table->SetParaValue(kA10, QStringLiteral("A10"), QStringLiteral("100"));
     fake.values[kA10] = "111";
-    now += 250;
+    now += 249;
     post(wmToolMessage, kA10, 1);
     EXPECT_EQ(a10->GetText(), QStringLiteral("100")); // our own echo
     post(wmToolMessage, kA10, 1);
@@ -199,7 +208,7 @@ TEST_F(ParaTableForm, EchoOfOwnWriteIsDroppedOnce)
     EXPECT_EQ(a10b->GetText(), QStringLiteral("111")); // the mirror follows
     table->SetParaValue(kA10, QStringLiteral("A10"), QStringLiteral("111"));
     fake.values[kA10] = "112";
-    now += 251; // too late to be an echo
+    now += 250; // an echo comes in less than 250 ms: this is a change
     post(wmToolMessage, kA10, 1);
     EXPECT_EQ(a10->GetText(), QStringLiteral("112"));
     post(wmToolMessage, kA10, 0); // bit 0 clear: not a change
@@ -388,4 +397,136 @@ TEST(ParaTableAlone, DescriptionFoundByItsBareNameIsUsedAfterTheInformation)
     missing.ReloadCSVFile();
     EXPECT_EQ(test::recorder().messages().last(),
               QStringLiteral("Parameterfile nicht gefunden:\r/no/such/folder/Nix.csv"));
+}
+
+// A host that lets its events run inside a read: a push handled meanwhile reads a long
+// value; the outer read still fills a buffer of its own.
+TEST_F(ParaTableForm, NestedReadInsideAReadUsesItsOwnBuffer)
+{
+    connectHost();
+    table->SetOnline(omOnline);
+    fake.values[kA11] = QByteArray(5000, 'x');
+    fake.values[kA10] = QByteArray(300, '7');
+    fake.duringRead = [this](quint32) {
+        PostMessage(table->WindowHandle(), wmToolMessage, kA11, 1);
+        QCoreApplication::processEvents();
+    };
+    a10->RefreshValue();
+    EXPECT_EQ(a10->GetText(), QString(300, u'7'));
+    EXPECT_EQ(a11->GetText(), QString(5000, u'x'));
+    EXPECT_EQ(table->ValueByColName(table->FindParam("A10", "1"), "Wert"), QString(300, u'7'));
+    EXPECT_EQ(test::recorder().messages(), QStringList());
+}
+
+// A read that fails leaves the control and "Wert" alone, and OK writes what was there.
+TEST_F(ParaTableForm, FailedReadsNeverBlankAValue)
+{
+    connectHost();
+    const int a10row = table->FindParam("A10", "1");
+    for (const auto lie : {FakeHost::Lie::Negative, FakeHost::Lie::None}) {
+        fake.lie = lie;
+        fake.getStatus = lie == FakeHost::Lie::None ? 3 : 0;
+        fake.values[kA10] = "";
+        a10->RefreshValue();
+        table->ReadAllParams();
+        EXPECT_EQ(a10->GetText(), QStringLiteral("100"));
+        EXPECT_EQ(table->ValueByColName(a10row, "Wert"), QStringLiteral("100"));
+    }
+    fake.values.clear();
+    table->PostAllParams();
+    EXPECT_EQ(fake.values[kA10], "100");
+}
+
+// An error status is reported once: the length that came with it is not looked at, and a
+// help text the host does not have is no fault at all.
+TEST_F(ParaTableForm, ErrorStatusGivesOneBoxAndNoInventedLength)
+{
+    connectHost();
+    QString value;
+    quint8 status = 0;
+    fake.lie = FakeHost::Lie::Negative;
+    fake.getStatus = 7;
+    EXPECT_FALSE(table->GetFreshParaValue(kA10, QStringLiteral("A10"), value, status));
+    ASSERT_EQ(test::recorder().messages().size(), 1);
+    EXPECT_TRUE(test::recorder().messages()[0].contains(QStringLiteral("ErrCode:7")));
+    test::recorder().clear();
+    dwz_callbacks cb = table->Callbacks();
+    cb.get_help_text = [](char *, int32_t, uint32_t, uint32_t) { return int32_t(-1); };
+    cb.get_para_info = [](char *, int32_t, uint32_t, uint32_t, uint8_t *status) {
+        *status = 9;
+        return int32_t(-1);
+    };
+    table->SetCallbacks(cb);
+    EXPECT_TRUE(table->GetRTFhelpstring(kA10).isEmpty());
+    EXPECT_EQ(test::recorder().messages(), QStringList());
+    quint32 address = 0;
+    EXPECT_EQ(table->FindRecord(QStringLiteral("A20"), QStringLiteral("1"), address), -1);
+    ASSERT_EQ(test::recorder().messages().size(), 1);
+    EXPECT_TRUE(test::recorder().messages()[0].contains(QStringLiteral("fcbtGetParaInfoStr")));
+}
+
+// What a host or a frame connects to: pushes, mode changes and saves come as signals
+// beside the event property, through the handlers ToolMsg and OnlineMsg.
+TEST_F(ParaTableForm, SignalsBesideTheEventProperty)
+{
+    connectHost();
+    QSignalSpy pushes(table, &TParaTable::toolMessage);
+    QSignalSpy modes(table, &TParaTable::onlineModeChanged);
+    QSignalSpy saves(table, &TParaTable::valuesSaved);
+    int notified = 0;
+    table->OnToolMessage = [&notified](quint32, const QString &, TParaClass *, int) { ++notified; };
+    post(wmToolOnlineMode, omOnline, 0);
+    ASSERT_EQ(modes.size(), 1);
+    EXPECT_EQ(modes[0][0].value<tOnlineModus>(), omOnline);
+    fake.values[kA10] = "120";
+    post(wmToolMessage, kA10, 1);
+    table->ToolMsg(0x05000000, 1); // the handler itself: E00 has no control
+    ASSERT_EQ(pushes.size(), 2);
+    EXPECT_EQ(notified, 2);
+    EXPECT_EQ(pushes[0][0].toUInt(), kA10);
+    EXPECT_EQ(pushes[0][1].toString(), QStringLiteral("A10"));
+    EXPECT_EQ(pushes[0][2].value<TParaClass *>(), a10);
+    EXPECT_EQ(pushes[0][3].toInt(), table->FindParam("A10", "1"));
+    EXPECT_EQ(pushes[1][2].value<TParaClass *>(), nullptr);
+    table->OnlineMsg(omOffline, 0);
+    EXPECT_EQ(modes.size(), 2);
+    table->PostAllParams();
+    EXPECT_EQ(saves.size(), 1);
+}
+
+// A unit taken from another parameter ("<A19>") follows that parameter's pushed value,
+// whether the form shows it or not.
+TEST(ParaTableUnits, IndirectUnitsFollowTheirSource)
+{
+    FakeHost fake;
+    host = &fake;
+    QTemporaryDir dir;
+    const QString params = dir.filePath(QStringLiteral("Parameter.csv"));
+    test::writeFile(params, "Name;Koordinate;Achse;Wert;Art;USS-Adresse /hex;Einheit\r\n"
+                            "Weg;A10;1;5;0;01028000;<A19>\r\n"
+                            "Einheit;A19;1;mm;0;0104C000;\r\n");
+    QWidget form;
+    auto *table = new TParaTable(&form);
+    auto *weg = new TParaClass(&form);
+    weg->SetKoordinate(QStringLiteral("A10"));
+    table->SetParamFileName(params);
+    table->Loaded();
+    ASSERT_NE(weg->unitLabel(), nullptr);
+    EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("mm"));
+    dwz_callbacks cb{};
+    cb.get_para_value = getValue;
+    table->SetCallbacks(cb);
+    table->SetOnline(omOnline);
+    fake.values[kA10] = "5";
+    fake.values[0x0104C000] = "inch";
+    table->ToolMsg(0x0104C000, 1);
+    EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("inch"));
+    auto *einheit = new TParaClass(&form); // now the form shows the source too
+    einheit->SetwizParaSource(table);
+    einheit->SetKoordinate(QStringLiteral("A19"));
+    fake.values[0x0104C000] = "m";
+    table->ToolMsg(0x0104C000, 1);
+    EXPECT_EQ(einheit->GetText(), QStringLiteral("m"));
+    EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("m"));
+    host = nullptr;
 }

@@ -56,6 +56,14 @@ TEST_F(ParaTableWithDrive, DescriptionsArriveParameterByParameter)
     EXPECT_TRUE(test::recorder().messages()[0].contains(QStringLiteral("Koord:  Z99")));
 }
 
+// An axis written in hexadecimal names the same axis for the host as in decimal.
+TEST_F(ParaTableWithDrive, HexadecimalAxisReachesTheHost)
+{
+    quint32 address = 0;
+    table.FindRecord(QStringLiteral("A34"), QStringLiteral("$2"), address);
+    EXPECT_EQ(address, drive.addressOf(QStringLiteral("A34"), 2));
+}
+
 TEST_F(ParaTableWithDrive, FreshValuesAndHelpTexts)
 {
     const quint32 a21 = drive.addressOf(QStringLiteral("A21"));

@@ -64,12 +64,19 @@ TEST_F(Navigation, TagTwoIsShownAndTagChangesFollow)
     EXPECT_EQ(pc->currentIndex(), 0); // page 1 skipped
 }
 
-TEST_F(Navigation, FirstShownPageStartsAndHasNoBack)
+TEST_F(Navigation, FirstShownPageStartsAndOnlyPageZeroHasNoBack)
 {
     page(0)->setProperty("Tag", 1);
     pc->Loaded();
     EXPECT_EQ(pc->currentIndex(), 1);
-    EXPECT_FALSE(back->isVisible()); // page 0 is hidden: nothing to go back to
+    EXPECT_TRUE(back->isVisible()); // not page 0, though page 0 is hidden
+    EXPECT_TRUE(back->isEnabled());
+    pc->BtnMoveBackClick();
+    EXPECT_EQ(pc->currentIndex(), 1); // there is no shown page to go back to
+    pc->MoveNext(page(1));
+    EXPECT_TRUE(back->isVisible());
+    pc->MoveTo(page(0)); // the host may show a hidden page
+    EXPECT_FALSE(back->isVisible());
 }
 
 TEST_F(Navigation, TreeListsShownPagesAndMovesThePages)

@@ -1,0 +1,130 @@
+#ifndef DRIVEWIZ_IOFRAMES_QUELLLISTE_P_H
+#define DRIVEWIZ_IOFRAMES_QUELLLISTE_P_H
+
+// What the output frames share: the source lists of their source controls, fresh values
+// of the drive's hardware parameters, pictures, and hiding a wizard page.
+
+#include <QPixmap>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QLabel;
+class QWidget;
+
+namespace drivewiz {
+
+class Component;
+class TParaClass;
+class TParaTable;
+
+namespace ioframes {
+
+/// What a source list offers: parameters of these data types (column "Datentyp"), of
+/// kind 0 (and 1 when `selections`), that the user's level may read. With `zeroOne`,
+/// types other than "B" count only with a value range inside 0..1.
+struct SourceFilter
+{
+    QStringList typeWords;
+    bool selections = false;
+    bool zeroOne = false;
+};
+
+/// The words of a parameter list text: coordinates, optionally with an axis prefix
+/// ("2.E17") or wildcards ("E*"), separated by commas, semicolons, blanks or line breaks.
+QStringList ListWords(const QString &liste);
+
+/// The entry of a description row: "coordinate: name", with "axis." before it for a row
+/// of another axis than the table's current one ("2.E17: Betriebsbereit").
+QString SourceEntry(TParaTable *table, int p);
+
+/// The entries for a list text: the rows each word names that pass the filter, word by
+/// word in the list's order, then the rows of `always` that are not listed yet. An empty
+/// list offers every row that passes.
+QStringList SourceEntries(TParaTable *table, const QString &liste, const SourceFilter &filter,
+                          const QStringList &always = {});
+
+/// Puts the entries into the control's drop-down list, keeping its text: the entry whose
+/// first word is the text's selects it, other texts stay as typed.
+void FillSourceCombo(TParaClass *control, const QStringList &entries);
+
+/// The description row a source text names by its first word ("2.E17: ..." gives E17 on
+/// axis 2), or -1.
+int SourceRecord(TParaTable *table, const QString &text);
+
+/// The value (upper case, trimmed) of a drive parameter, fresh from the drive when the
+/// table has a link to it; false when the table has no such parameter.
+bool DriveValue(TParaTable *table, const QString &koordinate, QString &value);
+
+/// A picture of the library's resources, rendered at its own size (works without a
+/// display).
+QPixmap FramePicture(const QString &resource);
+/// Shows a picture in a label at its own size.
+void SetPicture(QLabel *label, const QString &resource);
+
+/// The table named `name` on the widget's form, or null.
+TParaTable *FindTable(QWidget *w, const QString &name);
+
+/// Whether a component does its run-time work: not designed, loading or destroyed.
+bool Running(const Component &component);
+
+/// A frame's link to its table (named in form files, resolved when the form has loaded)
+/// and the language file it last took its captions from.
+class FrameTable
+{
+public:
+    TParaTable *get() const { return m_table; }
+    void set(TParaTable *table);
+    QString name() const;
+    /// Stores a name; false when nothing changes.
+    bool rename(const QString &objectName);
+    /// Looks the named table up on the frame's form unless one is linked.
+    void resolve(QWidget *frame);
+    /// Whether the table's language changed since the last translation.
+    bool languageChanged() const;
+    void translated();
+
+private:
+    QPointer<TParaTable> m_table;
+    QString m_name;
+    const void *m_file = nullptr;
+    int m_language = 0;
+};
+
+/// Hides the wizard page the widget lies on (Tag 1) and has its page control refresh the
+/// tree. Nothing when the widget lies on no wizard page.
+void HideWizardPage(QWidget *w);
+
+/// Keeps a source control's list and checks its field: `refill` runs for the field the
+/// control has now and for every field it builds later (the table rebuilds controls when
+/// the online mode changes), once that field stands; leaving the field (not for its own
+/// list) runs `leave` once the focus has moved on, and then, online, writes a source that
+/// changed since the field was entered when `leave` did not write it already.
+void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill,
+                      std::function<void(TParaClass *)> leave);
+
+/// The check behind CheckAchse: see there.
+void CheckSource(TParaClass *control);
+
+/// The coordinate a source text starts with ("2.E17" of "2.E17: Betriebsbereit").
+QString SourceKoordinate(const QString &text);
+
+/// Entries computed once per list text, table, user level and axis.
+class SourceListCache
+{
+public:
+    QStringList entries(TParaTable *table, const QString &liste, const SourceFilter &filter,
+                        const QStringList &always = {});
+    void clear() { m_key.clear(); }
+
+private:
+    QString m_key;
+    QStringList m_entries;
+};
+
+} // namespace ioframes
+} // namespace drivewiz
+
+#endif // DRIVEWIZ_IOFRAMES_QUELLLISTE_P_H
