@@ -43,3 +43,21 @@ if [ -f "$DRIVEWIZ_BENCH_DATA/desc100k.csv" ]; then
   python3 "$(dirname "$0")/../bench/python_csv_peer.py" "$DRIVEWIZ_BENCH_DATA/desc100k.csv" 5 \
     | tee "$out/python_csv_peer.txt"
 fi
+
+# The peer of the measurement load: Python's csv module on the same recording, and the
+# ratio of the two times.
+if [ -f "$DRIVEWIZ_BENCH_DATA/measurement1Mx8.csv" ]; then
+  python3 "$(dirname "$0")/../bench/python_measurement_peer.py" \
+    "$DRIVEWIZ_BENCH_DATA/measurement1Mx8.csv" 3 | tee "$out/python_measurement_peer.txt"
+  python3 - "$out/results.json" "$out/python_measurement_peer.txt" <<'PY'
+import json, re, sys
+scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1000.0}
+times = {b["name"]: b["real_time"] * scale[b["time_unit"]]
+         for b in json.load(open(sys.argv[1]))["benchmarks"]}
+peer = float(re.search(r"in ([0-9.]+) ms", open(sys.argv[2]).read()).group(1))
+load = times.get("BM_MeasurementLoad")
+if load:
+    print(f"BM_MeasurementLoad {load:.1f} ms, Python csv {peer:.1f} ms: "
+          f"Python takes {peer / load:.1f}x as long")
+PY
+fi
