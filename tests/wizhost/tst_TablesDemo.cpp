@@ -121,3 +121,23 @@ TEST_F(TablesDemo, MeasurementWindowPlotsARecordingOfTheDrive)
     EXPECT_TRUE(window.Measurement()->FileName().endsWith(QStringLiteral("Aufzeichnung_2.csv")));
     EXPECT_TRUE(test::recorder().messages().isEmpty());
 }
+
+TEST_F(TablesDemo, ExportAndImportByKeyboardAlone)
+{
+    QLineEdit *j10 = edit("P_J10");
+    j10->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_D, Qt::AltModifier);
+    EXPECT_TRUE(part<QComboBox>("CbFiles")->hasFocus() ||
+                part<QComboBox>("CbFiles")->isAncestorOf(QApplication::focusWidget()));
+    const QString file = dir.filePath(QStringLiteral("keys.csv"));
+    test::recorder().answer(file);
+    // A button's accelerator clicks it a moment later, as it shows the click.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_X, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&file] { return QFile::exists(file); }, 3000));
+    test::writeFile(file, test::readFile(file).replace("\r\n0;0.000;", "\r\n0;12.5;"));
+    test::recorder().answer(file);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_I, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return edit("P_J10")->text() == QLatin1String("12.5"); }, 3000))
+        << edit("P_J10")->text().toStdString();
+    EXPECT_TRUE(test::recorder().messages().isEmpty()) << test::recorder().messages().join('|').toStdString();
+}
