@@ -86,6 +86,12 @@ TEST_F(ArrayGroupForm, StartsWithTheTablesLengthAndShowsElementZero)
     EXPECT_EQ(paras[1]->GetText(), QStringLiteral("10"));
     EXPECT_EQ(paras[0]->GetParamName(), QStringLiteral("Position"));
 
+    auto *named = makePara(QStringLiteral("K11.3"));
+    EXPECT_EQ(named->ArrayKoordinate(), QStringLiteral("K11"));
+    named->SetKoordinate(QStringLiteral("1.K12"));
+    EXPECT_EQ(named->ArrayKoordinate(), QStringLiteral("1.K12"));
+    EXPECT_EQ(named->RecordName(2), QStringLiteral("1.K12.2"));
+
     auto *mixed = makeGroup(QStringLiteral("K10, K13"));
     mixed->Loaded();
     EXPECT_EQ(messages(), QStringList({"Error in TArrayGroup.InitArrayLength: Different arrays "
