@@ -1,24 +1,33 @@
 // Form benchmarks: building a form of 1,000 parameter controls against the same form of
-// plain widgets, and the cost of one pushed change (message 0x8006) on a form of 10 and of
-// 1,000 controls.
+// plain widgets; the cost of one pushed change (message 0x8006) on a form of 10 and of
+// 1,000 controls; switching a form of 1,000 controls online (message 0x8007) against
+// building it; and a burst of pushes from another thread on a shown form.
 
 #include "bench_support.h"
 #include "host/wizFormLoader.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
-#include "platform/dialogrecorder.h"
 #include "platform/messages.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
 #include <QLayout>
+#include <QTimer>
 #include <QUiLoader>
 
+#include <QHash>
+
+#include <atomic>
+#include <cstdio>
 #include <cstring>
 #include <memory>
+#include <thread>
+#include <vector>
 
 using namespace drivewiz;
 using drivewiz::bench::dataDir;
@@ -190,13 +199,127 @@ static void BM_ToolMsg(benchmark::State &state)
 }
 BENCHMARK(BM_ToolMsg)->Arg(10)->Arg(1000);
 
+namespace {
+
+int g_subscriptions = 0;
+
+void benchSubscribe(uint32_t, uint32_t, int32_t cycleMs)
+{
+    if (cycleMs >= 0) ++g_subscriptions;
+}
+
+} // namespace
+
+// Message 0x8007 switches a built form of 1,000 controls online: the controls are rebuilt
+// for the mode and their parameters subscribed at the host.
+static void BM_OnlineSwitch1000(benchmark::State &state)
+{
+    const QString path = writeUi(QStringLiteral("form1000.ui"), uiFile(1000, true));
+    TwizFormLoader loader;
+    std::unique_ptr<QWidget> form(loader.loadForm(path));
+    firstLayout(form.get());
+    auto *table = form->findChild<TParaTable *>();
+    dwz_callbacks cb{};
+    cb.get_para_value = benchGetValue;
+    cb.subscribe = benchSubscribe;
+    table->SetCallbacks(cb);
+    for (auto _ : state) {
+        g_subscriptions = 0;
+        PostMessage(table->WindowHandle(), wmToolOnlineMode, omOnline, 0);
+        QCoreApplication::sendPostedEvents();
+        state.PauseTiming();
+        state.counters["subscriptions"] = g_subscriptions;
+        PostMessage(table->WindowHandle(), wmToolOnlineMode, omOffline, 0);
+        QCoreApplication::sendPostedEvents();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_OnlineSwitch1000)->Unit(benchmark::kMillisecond);
+
+namespace {
+
+// The drive's side of a push burst: the value of each of the form's parameters, set by
+// the pushing thread before it posts, and how many values the form has read.
+constexpr int kBurstControls = 100;
+constexpr int kPushes = 10000;
+std::atomic<int> g_burstValue[kBurstControls];
+std::atomic<int> g_valuesRead{0};
+int g_lastRead[kBurstControls]; // the value each control read last
+QHash<quint32, int> g_burstIndex; // address -> control
+
+int32_t burstGetValue(char *buffer, int32_t size, uint32_t, uint32_t address, uint8_t *status)
+{
+    *status = 0;
+    char text[16];
+    const int index = g_burstIndex.value(address);
+    const int value = g_burstValue[index].load();
+    const int n = std::snprintf(text, sizeof text, "%d", value);
+    if (buffer && size > n) {
+        std::memcpy(buffer, text, size_t(n) + 1);
+        g_lastRead[index] = value;
+        g_valuesRead.fetch_add(1);
+    }
+    return n;
+}
+
+} // namespace
+
+// 10,000 pushed changes (message 0x8006) posted from another thread for the 100 controls
+// of a shown form, until every push is handled and the form has repainted.
+static void BM_PushBurst(benchmark::State &state)
+{
+    const QString path = writeUi(QStringLiteral("burst100.ui"), uiFile(kBurstControls, true));
+    TwizFormLoader loader;
+    std::unique_ptr<QWidget> form(loader.loadForm(path));
+    auto *table = form->findChild<TParaTable *>();
+    const QList<TParaClass *> controls = form->findChildren<TParaClass *>();
+    std::vector<quint32> addresses;
+    for (int i = 0; i < kBurstControls; ++i) {
+        addresses.push_back(controls.at(i)->Q7adr());
+        g_burstIndex.insert(addresses.back(), i);
+    }
+    dwz_callbacks cb{};
+    cb.get_para_value = burstGetValue;
+    cb.subscribe = benchSubscribe; // the drive pushes: the table need not ask by itself
+    table->SetCallbacks(cb);
+    table->SetOnline(omOnline);
+    form->show();
+    QCoreApplication::processEvents();
+    const quintptr window = table->WindowHandle();
+    QTimer wakeUp; // a lost push must not leave the wait below waiting for ever
+    wakeUp.start(100);
+    int round = 0;
+    for (auto _ : state) {
+        const int base = ++round * kPushes;
+        g_valuesRead = 0;
+        std::thread drive([&] {
+            for (int i = 0; i < kPushes; ++i) {
+                g_burstValue[i % kBurstControls] = base + i;
+                PostMessage(window, wmToolMessage, addresses[size_t(i % kBurstControls)], 1);
+            }
+        });
+        QElapsedTimer waited;
+        waited.start();
+        while (g_valuesRead.load() < kPushes && waited.elapsed() < 30000)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::processEvents(); // the repaint
+        drive.join();
+        state.PauseTiming();
+        bool last = true; // each control got the value of its last push
+        for (int i = 0; i < kBurstControls; ++i)
+            last = last && g_lastRead[i] == base + kPushes - kBurstControls + i;
+        if (!last || g_valuesRead.load() < kPushes) {
+            state.SkipWithError("a control did not get its last value");
+            break;
+        }
+        state.ResumeTiming();
+    }
+    state.counters["pushes_per_second"] =
+        benchmark::Counter(double(kPushes) * double(state.iterations()), benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_PushBurst)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    setDialogService(std::make_unique<DialogRecorder>());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return drivewiz::bench::runBenchmarks(argc, argv, true);
 }

@@ -14,7 +14,6 @@
 #include "bench_support.h"
 #include "paramtable/ParaTable.h"
 #include "paramtable/coordinates.h"
-#include "platform/dialogrecorder.h"
 #include "platform/textcodec.h"
 #include "tables/ArrayGroups.h"
 #include "tables/ImportOM_CSV.h"
@@ -22,8 +21,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -295,26 +294,25 @@ static void BM_PlotRepaint1M(benchmark::State &state)
     plot.SetMeasurement(&m);
     plot.resize(1200, 600);
     QImage image(plot.size(), QImage::Format_ARGB32_Premultiplied);
+    QElapsedTimer clock;
+    clock.start();
     for (auto _ : state) {
         plot.render(&image);
         benchmark::DoNotOptimize(image.constBits());
     }
+    state.counters["repaint_ms"] = double(clock.nsecsElapsed()) / 1e6 / double(state.iterations());
     state.counters["samples"] = double(m.SampleCount()) * m.ChannelCount();
 }
 BENCHMARK(BM_PlotRepaint1M)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    QApplication app(argc, argv);
-    setDialogService(std::make_unique<DialogRecorder>()); // no dialog may stop a run
-    arrays();
-    exportedFile();
-    changedFile();
-    // The first import makes the arrays' length records; every later one finds them.
-    arrays().group->ImportCSV(exportedFile());
-    measurementFile();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench::runBenchmarks(argc, argv, true, [] {
+        arrays();
+        exportedFile();
+        changedFile();
+        // The first import makes the arrays' length records; every later one finds them.
+        arrays().group->ImportCSV(exportedFile());
+        measurementFile();
+    });
 }

@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
   g++ make cmake pkg-config ninja-build
   qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-tools-dev qt6-tools-dev-tools qt6-svg-dev
+  qt6-translations-l10n
   libqt6svg6 libgl-dev libxkbcommon-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libsimpleini-dev zlib1g-dev
@@ -29,7 +30,14 @@ if [ "$(id -u)" -ne 0 ]; then
   exit 1
 fi
 
-echo "drivewiz: installing ${missing[*]}"
+# The installer's progress goes to a log, shown only when something fails.
+log=$(mktemp -t drivewiz-install.XXXXXX)
+echo "drivewiz: installing ${#missing[@]} package(s): ${missing[*]}"
 export DEBIAN_FRONTEND=noninteractive
-apt-get update -qq
-apt-get install -y -qq --no-install-recommends "${missing[@]}"
+if ! { apt-get update -qq && apt-get install -y -qq --no-install-recommends "${missing[@]}"; } \
+    >"$log" 2>&1; then
+  echo "drivewiz: installing failed:" >&2
+  tail -n 40 "$log" >&2
+  exit 1
+fi
+rm -f "$log"

@@ -16,6 +16,13 @@ if [ ! -x "$host" ]; then
   exit 1
 fi
 
+mkdir -p "$out"
+# Qt wants a private runtime folder; without a desktop session there is none.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+  export XDG_RUNTIME_DIR="$out/.runtime"
+  mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
+fi
+
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
   exec "$host"
 fi
@@ -27,7 +34,6 @@ fi
 export QT_QPA_PLATFORM=offscreen
 export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-/usr/share/fonts/truetype/dejavu}
 
-mkdir -p "$out"
 rm -f "$out"/*.png
 echo "run-demo: no display; touring the demo host, pictures go to $out"
 "$host" --tour "$out"

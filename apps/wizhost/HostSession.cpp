@@ -21,10 +21,6 @@ namespace drivewiz::wizhost {
 
 namespace {
 
-const char *modeName(int mode)
-{
-    return mode == DWZ_ONLINE ? "online" : mode == DWZ_READBACK ? "read-back" : "offline";
-}
 
 QWidget *widgetOf(dwz_form *form)
 {
@@ -75,11 +71,24 @@ bool HostSession::start(QString &error)
 
 // --- settings ---------------------------------------------------------------------------
 
+// The host's notes in the log speak the interface's language (section "Demo").
+QString HostSession::text(const char *key, const char *english) const
+{
+    return caption(QLatin1String(key), QString::fromUtf8(english));
+}
+
+QString HostSession::modeName(int mode) const
+{
+    return mode == DWZ_ONLINE     ? text("cBtnOnline", "Online")
+           : mode == DWZ_READBACK ? text("cBtnReadBack", "Read-back")
+                                  : text("cBtnOffline", "Offline");
+}
+
 void HostSession::setOnlineMode(int mode)
 {
     if (mode < DWZ_OFFLINE || mode > DWZ_READBACK || mode == m_mode) return;
     m_mode = mode;
-    note(QStringLiteral("# mode: %1").arg(QLatin1String(modeName(mode))));
+    note(text("cLogMode", "# mode: %1").arg(modeName(mode)));
     if (m_open) dwz_post_message(dwz_form_window(m_open), DWZ_MSG_ONLINE_MODE, uintptr_t(mode), 0);
     Q_EMIT settingsChanged();
 }
@@ -88,16 +97,23 @@ void HostSession::setUserLevel(int level)
 {
     if (level < 1 || level > 4 || level == m_level) return;
     m_level = level;
-    note(QStringLiteral("# user level: %1").arg(level));
+    note(text("cLogLevel", "# user level: %1").arg(level));
     if (m_open) dwz_table_set_user_level(dwz_form_table(m_open), level);
     Q_EMIT settingsChanged();
 }
 
+// The open wizard switches with the host: its table reads the new language file, and
+// the library's components translate themselves when it has.
 void HostSession::setLanguage(int language)
 {
     if (language < 1 || language == m_language) return;
     m_language = language;
     loadLanguageFile();
+    note(text("cLogLanguage", "# language: %1").arg(language));
+    if (m_open) {
+        dwz_table_set_language(dwz_form_table(m_open), language);
+        translateForm(m_open, m_openKind);
+    }
     Q_EMIT settingsChanged();
 }
 
@@ -105,7 +121,8 @@ void HostSession::setEnabled(bool on)
 {
     if (on == m_drive.enabled()) return;
     m_drive.setEnable(on);
-    note(on ? QStringLiteral("# enable on: writes are refused") : QStringLiteral("# enable off"));
+    note(on ? text("cLogEnableOn", "# enable on: writes are refused")
+            : text("cLogEnableOff", "# enable off"));
     Q_EMIT settingsChanged();
 }
 
@@ -145,12 +162,14 @@ void HostSession::writeLog(const QString &line)
 
 // --- wizards ------------------------------------------------------------------------------
 
+// The form of a wizard; empty (and nothing made) for an id the host does not know.
 QString HostSession::formFile(Wizard which)
 {
     if (which == Wizard::Setup)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
     if (which == Wizard::Tables)
         return QDir(m_options.formsDir).filePath(QStringLiteral("Tables.ui"));
+    if (which != Wizard::Overview) return QString();
     const QString path = m_tempDir.filePath(QStringLiteral("ParameterOverview.ui"));
     QString error;
     if (WriteOverviewForm(descriptionFile(), m_level, path, error) < 0) {
@@ -172,42 +191,48 @@ dwz_form *HostSession::createWizard(Wizard which)
     dwz_form *form = dwz_form_create(ui.toUtf8().constData(), &cb, uint32_t(which), m_level,
                                      m_language, m_mode, descriptionFile().toUtf8().constData());
     if (!form) {
-        note(QStringLiteral("# cannot open the wizard: ") + QString::fromUtf8(dwz_last_error()));
+        note(text("cLogCannotOpen", "# cannot open the wizard:") + QLatin1Char(' ') +
+             QString::fromUtf8(dwz_last_error()));
         return nullptr;
     }
     prepareForm(form, which);
     m_open = form;
     m_openKind = which;
     m_drive.setMessageWindow(dwz_form_window(form));
-    note(QStringLiteral("# %1 opened (%2, user level %3)")
-             .arg(widgetOf(form)->windowTitle(), QLatin1String(modeName(m_mode)))
+    note(text("cLogOpened", "# %1 opened (%2, user level %3)")
+             .arg(widgetOf(form)->windowTitle(), modeName(m_mode))
              .arg(m_level));
     Q_EMIT wizardOpened(int(which));
     return form;
 }
 
-// The host's part of a form: titles from its language file, the rule for the hidden
-// page, and Ctrl+Enter for OK.
+// The host's part of a form: its title, the rule for the hidden page, and Ctrl+Enter
+// for OK. The wizard's own texts (pages, back button) come from the language file's
+// section named by the form's wizIdString, which the library reads itself.
 void HostSession::prepareForm(dwz_form *form, Wizard which)
 {
     QWidget *w = widgetOf(form);
-    if (which == Wizard::Setup) {
-        w->setWindowTitle(caption(QStringLiteral("cWizSetupTitle"), w->windowTitle()));
-        ReadControls(m_lng.get(), m_language, QStringLiteral("Demo"), w);
+    translateForm(form, which);
+    if (which == Wizard::Setup)
         applyHiddenPageRule(w);
-    } else if (which == Wizard::Tables) {
-        PrepareTablesForm(w, *this);
-    } else {
-        w->setWindowTitle(caption(QStringLiteral("cBtnOverview"), w->windowTitle()));
+    else if (which == Wizard::Overview)
         ArrangeOverviewForm(w);
-    }
-    if (auto *back = w->findChild<QAbstractButton *>(QStringLiteral("BtnBack")))
-        back->setText(QStringLiteral("< ") + s_Back);
+    else if (which == Wizard::Tables)
+        PrepareTablesForm(w, *this);
     auto *ok = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), w);
     QObject::connect(ok, &QShortcut::activated, w, [w] {
         if (auto *button = w->findChild<QAbstractButton *>(QStringLiteral("BtnOK")))
             button->click();
     });
+}
+
+void HostSession::translateForm(dwz_form *form, Wizard which)
+{
+    QWidget *w = widgetOf(form);
+    const WizardInfo *info = findWizard(which);
+    const QString key =
+        which == Wizard::Setup ? QStringLiteral("cWizSetupTitle") : info ? info->captionKey : QString();
+    if (!key.isEmpty()) w->setWindowTitle(caption(key, w->windowTitle()));
 }
 
 // The page "PageHidden" holds the settings of the encoder on BE3/BE4: it is part of the
@@ -263,8 +288,8 @@ void HostSession::closeWizard()
     m_drive.setMessageWindow(0);
     dwz_form_destroy(m_open);
     m_open = nullptr;
-    note(result == 1 ? QStringLiteral("# wizard closed with OK")
-                     : QStringLiteral("# wizard closed without saving"));
+    note(result == 1 ? text("cLogClosedOk", "# wizard closed with OK")
+                     : text("cLogClosedCancel", "# wizard closed without saving"));
     Q_EMIT wizardClosed(int(m_openKind), result);
 }
 

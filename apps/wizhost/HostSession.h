@@ -2,6 +2,7 @@
 #define DRIVEWIZ_WIZHOST_HOSTSESSION_H
 
 #include "HostOptions.h"
+#include "WizardCatalog.h"
 
 #include "SimulatedDrive.h"
 #include "drivewiz/host_api.h"
@@ -19,9 +20,6 @@ class IniFile;
 }
 
 namespace drivewiz::wizhost {
-
-/// The wizards of the demo host; the value is the wizard id handed to the callbacks.
-enum class Wizard { Setup = 1, Overview = 2, Tables = 3 };
 
 /// What the demo host knows and does, without its window: the simulated drive behind the
 /// C host interface, the settings a wizard opens with (online mode, user level,
@@ -81,6 +79,9 @@ Q_SIGNALS:
 private:
     QString formFile(Wizard which);
     void prepareForm(dwz_form *form, Wizard which);
+    void translateForm(dwz_form *form, Wizard which);
+    QString text(const char *key, const char *english) const;
+    QString modeName(int mode) const;
     void applyHiddenPageRule(QWidget *form);
     void writeLog(const QString &line);
     void loadLanguageFile();

@@ -55,14 +55,19 @@ QWidget *HostWindow::buildControls()
 {
     auto *box = new QWidget(this);
     auto *v = new QVBoxLayout(box);
-    m_btnSetup = named(new QPushButton(QStringLiteral("Drive set-up"), box), "BtnSetup");
-    m_btnOverview =
-        named(new QPushButton(QStringLiteral("Parameter overview"), box), "BtnOverview");
-    v->addWidget(m_btnSetup);
-    v->addWidget(m_btnOverview);
-    m_btnTables = named(new QPushButton(QStringLiteral("Tables"), box), "BtnTables");
+    for (const WizardInfo &wizard : wizardCatalog()) {
+        auto *button = new QPushButton(wizard.caption, box);
+        button->setObjectName(wizard.captionKey.mid(1)); // "cBtnSetup" names "BtnSetup"
+        connect(button, &QPushButton::clicked, this, [this, id = wizard.id] { openWizard(id); });
+        m_wizardButtons << button;
+        v->addWidget(button);
+    }
     m_btnMeasurement = named(new QPushButton(QStringLiteral("Measurement"), box), "BtnMeasurement");
-    v->addWidget(m_btnTables);
+    connect(m_btnMeasurement, &QPushButton::clicked, this, [this] {
+        auto *window = new MeasurementWindow(m_session, this);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
     v->addWidget(m_btnMeasurement);
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
@@ -126,14 +131,6 @@ void HostWindow::buildMenus()
 
 void HostWindow::connectSwitches()
 {
-    connect(m_btnSetup, &QPushButton::clicked, this, [this] { openWizard(Wizard::Setup); });
-    connect(m_btnOverview, &QPushButton::clicked, this, [this] { openWizard(Wizard::Overview); });
-    connect(m_btnTables, &QPushButton::clicked, this, [this] { openWizard(Wizard::Tables); });
-    connect(m_btnMeasurement, &QPushButton::clicked, this, [this] {
-        auto *window = new MeasurementWindow(m_session, this);
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        window->show();
-    });
     connect(m_btnEnable, &QCheckBox::toggled, &m_session, &HostSession::setEnabled);
     connect(m_level, &QSpinBox::valueChanged, &m_session, &HostSession::setUserLevel);
     connect(m_language, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -145,11 +142,11 @@ void HostWindow::connectSwitches()
 void HostWindow::openWizard(Wizard which)
 {
     if (m_session.openWizard()) return;
-    m_btnSetup->setEnabled(false);
-    m_btnOverview->setEnabled(false);
+    for (QPushButton *button : std::as_const(m_wizardButtons))
+        button->setEnabled(false);
     m_session.execWizard(which);
-    m_btnSetup->setEnabled(true);
-    m_btnOverview->setEnabled(true);
+    for (QPushButton *button : std::as_const(m_wizardButtons))
+        button->setEnabled(true);
 }
 
 // The switches follow the session, whoever changed it (the tour changes it in code).

@@ -38,9 +38,7 @@ private:
     void translate();
 
     HostSession &m_session;
-    QPushButton *m_btnSetup = nullptr;
-    QPushButton *m_btnOverview = nullptr;
-    QPushButton *m_btnTables = nullptr;
+    QList<QPushButton *> m_wizardButtons; // one per wizard of the catalog, in its order
     QPushButton *m_btnMeasurement = nullptr;
     QRadioButton *m_btnOffline = nullptr;
     QRadioButton *m_btnOnline = nullptr;

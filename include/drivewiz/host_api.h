@@ -93,6 +93,13 @@ DWZ_API int dwz_post_message(uintptr_t window, uint32_t message, uintptr_t wPara
  * that runs the user interface). Returns 1 when it created one. */
 DWZ_API int dwz_init(int *argc, char **argv);
 
+/* Names the folder that holds the language files (wizling.1, wizling.2 ...) and wiz.cfg,
+ * UTF-8; a relative path counts from the current working folder. Call it before
+ * creating tables or forms. NULL or "" goes back to the default search: "../WizLingua/"
+ * from the working folder when it holds wizling.1 or wizling.0, else the program's own
+ * folder. */
+DWZ_API void dwz_set_config_folder(const char *folder);
+
 /* Lets the library handle pending messages for up to `milliseconds`. */
 DWZ_API void dwz_process_events(int milliseconds);
 

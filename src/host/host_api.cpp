@@ -3,6 +3,7 @@
 #include "drivewiz/host_api.h"
 
 #include "lang/wizDLLDefs.h"
+#include "lang/wizSprache.h"
 #include "platform/messages.h"
 
 #include <QApplication>
@@ -25,6 +26,11 @@ int dwz_init(int *argc, char **argv)
     static char *fallbackArgv[] = {name, nullptr};
     new QApplication(argc ? *argc : fallbackArgc, argc ? argv : fallbackArgv);
     return 1;
+}
+
+void dwz_set_config_folder(const char *folder)
+{
+    drivewiz::SetConfigFolder(folder ? QString::fromUtf8(folder) : QString());
 }
 
 void dwz_process_events(int milliseconds)

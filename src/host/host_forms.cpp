@@ -30,8 +30,8 @@ struct dwz_form
     QPointer<TParaTable> table;
     QMetaObject::Connection finished;
     int result = -1;
-    int execDepth = 0;       // dwz_form_exec calls running (a nested loop holds the form)
-    bool destroyed = false;  // the host called dwz_form_destroy
+    int execDepth = 0;      // dwz_form_exec calls running (a nested loop holds the form)
+    bool destroyed = false; // the host called dwz_form_destroy
 };
 
 namespace {
@@ -197,9 +197,9 @@ dwz_form *dwz_form_create(const char *uiFile, const dwz_callbacks *callbacks, ui
     auto *form = new dwz_form;
     form->dialog = asDialog(root);
     form->table = table;
-    form->finished = QObject::connect(form->dialog, &QDialog::finished, form->dialog, [form](int r) {
-        form->result = r == QDialog::Accepted ? 1 : 0;
-    });
+    form->finished =
+        QObject::connect(form->dialog, &QDialog::finished, form->dialog,
+                         [form](int r) { form->result = r == QDialog::Accepted ? 1 : 0; });
     addPlainButtons(form->dialog, table);
     if (callbacks && callbacks->get_para_value) table->ReadAllParams();
     // A wizard page control subscribes the parameters of the page it shows; without one

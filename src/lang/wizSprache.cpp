@@ -165,6 +165,7 @@ void ResetCommonStrings()
 {
     for (const auto &s : kCommonStrings)
         *s.variable = QString::fromUtf8(s.defaultText);
+    detail::applyLanguage(nullptr);
 }
 
 bool WriteWizLang = false;
@@ -205,11 +206,33 @@ QString comparableFolder(const QString &path)
     return real.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : real;
 }
 
+QString &namedFolder()
+{
+    static QString folder;
+    return folder;
+}
+
 } // namespace
+
+void SetConfigFolder(const QString &folder)
+{
+    namedFolder() = folder.trimmed().isEmpty()
+                        ? QString()
+                        : QDir::cleanPath(QDir::current().absoluteFilePath(folder.trimmed()));
+}
+
+QString ConfigFolder()
+{
+    return namedFolder();
+}
 
 QString GetIniFileName(int language, bool &central)
 {
     const QString name = QStringLiteral("wizling.") + QString::number(language);
+    if (!namedFolder().isEmpty()) {
+        central = false; // the host's choice, not the translators' central folder
+        return namedFolder() + u'/' + name;
+    }
     central = centralFolderInUse();
     return (central ? centralFolder() : programFolder()) + u'/' + name;
 }
@@ -245,6 +268,7 @@ void ReadCommonStrings(const IniFile *ini)
         *s.variable = ini->readString(kCommonSection, QString::fromLatin1(s.key),
                                       QString::fromUtf8(s.defaultText));
     }
+    detail::applyLanguage(ini);
 }
 
 void WriteCommonStrings(IniFile *ini)

@@ -96,13 +96,48 @@ DRIVEWIZ_EXPORT const CommonString *commonStrings(int *count);
 /// Puts every common string back to its German default.
 DRIVEWIZ_EXPORT void ResetCommonStrings();
 
+// ---- Qt's own texts ----------------------------------------------------------------------
+//
+// Reading a language file (ReadCommonStrings) also sets the titles of message dialogs from
+// its section "Dialog" (keys "Warning", "Error", "Information", "Confirmation"; German
+// when missing), chooses Qt's translation of its own texts (Yes, No, Cancel, file
+// dialogs) for the file's language, and sends QEvent::LanguageChange to the application,
+// which hands it to every window: the library's components translate themselves again.
+// ResetCommonStrings does the same for German.
+
+/// The locale of a language: key "Locale" of section "Dialog" when the file has it,
+/// else "de" for 1 and "en" for 2; empty for other languages (Qt's English).
+DRIVEWIZ_EXPORT QString LanguageLocale(int language, const IniFile *ini);
+/// Loads Qt's translation "qtbase_<locale>.qm" into the library's translator (installed
+/// once, before any of the host's); an empty locale or a missing file leaves Qt's English.
+/// Returns false when the locale is the one in use.
+DRIVEWIZ_EXPORT bool SelectQtTranslation(const QString &locale);
+/// The locale chosen last (empty: none, Qt's English).
+DRIVEWIZ_EXPORT QString QtTranslationLocale();
+/// Whether Qt's translation for that locale was found.
+DRIVEWIZ_EXPORT bool QtTranslationLoaded();
+/// Where Qt's translations are looked for; empty: Qt's own folder (Debian:
+/// /usr/share/qt6/translations from qt6-translations-l10n).
+DRIVEWIZ_EXPORT void SetQtTranslationsFolder(const QString &folder);
+/// Sends QEvent::LanguageChange to the application, as installing a translator does.
+DRIVEWIZ_EXPORT void NotifyLanguageChange();
+
 // ---- Language and configuration files ------------------------------------------------
 
 /// Set by a hosting development platform: texts missing in the central language file are
 /// written back to it (WriteCommonStrings, WriteControls). False by default.
 extern DRIVEWIZ_EXPORT bool WriteWizLang;
 
-/// Full path of the language file "wizling.<language>". When "../WizLingua/wizling.1" or
+/// Names the folder of the language files and of "wiz.cfg" for the whole process, for a
+/// host that keeps them elsewhere than the default search finds them. A relative path is
+/// taken from the current working folder at the call. An empty text goes back to the
+/// default search (below).
+DRIVEWIZ_EXPORT void SetConfigFolder(const QString &folder);
+/// The folder named by SetConfigFolder, as an absolute path; empty when none is named.
+DRIVEWIZ_EXPORT QString ConfigFolder();
+
+/// Full path of the language file "wizling.<language>". With a folder named by
+/// SetConfigFolder the file lies there and `central` is false. Otherwise, when "../WizLingua/wizling.1" or
 /// "../WizLingua/wizling.0" exists as a file, relative to the current working folder, the
 /// central language folder is in use: the result is the cleaned absolute path of
 /// "../WizLingua/wizling.<language>" and `central` is true. Otherwise the file lies in

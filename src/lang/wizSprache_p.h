@@ -14,6 +14,10 @@ bool languageWritesAllowed(const IniFile *ini);
 /// Saves the file when something was added; a failure is ignored.
 void saveLanguageFile(IniFile *ini);
 
+/// What a new language file (null: the German defaults) brings besides the common
+/// strings: dialog titles, Qt's translation, and a LanguageChange for every widget.
+void applyLanguage(const IniFile *ini);
+
 } // namespace detail
 } // namespace drivewiz
 

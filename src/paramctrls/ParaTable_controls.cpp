@@ -11,7 +11,8 @@
 #include "paramtable/coordinates.h"
 #include "platform/dialogs.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QLineEdit>
 
 namespace drivewiz {
 
@@ -57,6 +58,7 @@ QList<QPointer<TParaClass>> guarded(const QList<TParaClass *> &controls)
 
 void TParaTable::UpdateParaObjects(bool force)
 {
+    keepTypingOffline();
     for (const QPointer<TParaClass> &c : guarded(paraControls())) {
         if (!c || (c->wizParaSource() && c->wizParaSource() != this)) continue;
         try {
@@ -101,6 +103,7 @@ void TParaTable::PostAllParams()
         if (c) PostParaControl(c);
     }
     m_busy = wasBusy || m_hostDetached;
+    m_pendingEdits.clear(); // OK wrote them
     if (m_hostDetached) return;
     const HostCallScope scope; // listeners are the host's code
     Q_EMIT valuesSaved();
@@ -111,7 +114,7 @@ void TParaTable::RefreshParaControl(TParaClass *control, bool fromMessage)
 {
     const QPointer<TParaClass> c = control;
     if (!c || !m_cb.get_para_value || c->GetParamName() == QLatin1String("???") ||
-        !IsKoordinate(c->GetKoordinate()))
+        !IsKoordinate(c->GetKoordinate()) || keepsOfflineEdit(c))
         return;
     quint8 status = fromMessage && m_online == omOnline ? 0x88 : 0;
     QString value;
@@ -170,6 +173,53 @@ void TParaTable::RegisterOnlineUpdatePars(QWidget *container)
         if (m_hostDetached) return;
         if (c) c->RefreshValue();
         if (c) SubscribeParaControlUpdate(c);
+    }
+}
+
+// --- values typed offline ----------------------------------------------------------------
+
+void TParaTable::UserEdited(TParaClass *control)
+{
+    if (!control || m_online == omOnline) return;
+    const QString koord = control->GetKoordinate();
+    const int row = FindParam(koord, control->Achse());
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), control->GetText());
+    if (control->Q7adr() != 0) m_pendingEdits.insert(control->Q7adr());
+    updateIndirectUnits(koord);
+}
+
+// Offline, a field the user is typing in holds an edit that its exit has not yet taken
+// up; a refresh or rebuild must not throw it away.
+bool TParaTable::keepsOfflineEdit(TParaClass *control)
+{
+    if (m_online == omOnline) return false;
+    if (control->Focused()) {
+        auto *edit = qobject_cast<QLineEdit *>(control->GetEditControl());
+        if (edit ? edit->isModified() : control->GetText() != control->PreviousText())
+            UserEdited(control);
+    }
+    return HasPendingEdit(control->Q7adr());
+}
+
+void TParaTable::keepTypingOffline()
+{
+    if (m_online == omOnline) return;
+    for (QWidget *w = QApplication::focusWidget(); w; w = w->parentWidget()) {
+        if (auto *c = qobject_cast<TParaClass *>(w)) {
+            if (c->wizParaSource() == this) keepsOfflineEdit(c);
+            return;
+        }
+    }
+}
+
+// Going online, the values typed offline go to the drive as any online change does.
+void TParaTable::postPendingEdits()
+{
+    QSet<quint32> pending;
+    pending.swap(m_pendingEdits);
+    for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (m_hostDetached || pending.isEmpty()) return;
+        if (c && pending.remove(c->Q7adr())) PostParaControl(c);
     }
 }
 

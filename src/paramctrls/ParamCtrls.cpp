@@ -67,10 +67,15 @@ QString TParaClass::GetKoordinate() const
     return m_lblKoordinate->text();
 }
 
+// Binding a table to a control that already has its coordinate builds it as setting the
+// coordinate would, so the order of the two calls does not matter.
 void TParaClass::SetwizParaSource(TParaTable *table)
 {
-    m_table = table;
     if (table) m_tableName = table->objectName();
+    if (m_table == table) return;
+    if (m_table && !m_table->TextRestoring()) leaveSameParameterLists();
+    m_table = table;
+    if (table && !isLoading() && IsKoordinate(GetKoordinate())) buildForCoordinate();
 }
 
 QString TParaClass::wizParaSourceName() const
@@ -85,8 +90,12 @@ void TParaClass::SetwizParaSourceName(const QString &objectName)
     QWidget *form = window();
     TParaTable *table =
         form && !objectName.isEmpty() ? form->findChild<TParaTable *>(objectName) : nullptr;
-    if (table || objectName.isEmpty()) m_table = table;
-    if (!isLoading()) RebuildParaControl();
+    if (table) {
+        SetwizParaSource(table);
+    } else {
+        m_table = nullptr;
+        if (!isLoading()) RebuildParaControl();
+    }
 }
 
 void TParaClass::SetwizControlType(TwizCtrlType type)
@@ -128,7 +137,13 @@ void TParaClass::SetwizVisible(bool visible)
 {
     m_wizVisible = visible;
     setVisible(visible);
+    fireVisibleChange();
+}
+
+void TParaClass::fireVisibleChange()
+{
     if (OnVisibleChange) OnVisibleChange(this);
+    Q_EMIT visibleChanged(!isHidden());
 }
 
 void TParaClass::SetwizToolInvisible(TwizToolInvisible mode)
@@ -275,17 +290,31 @@ int TParaClass::GetAuswahl() const
     return IsInteger(w) ? StrToInt(w) : NoSelection;
 }
 
+namespace {
+
+int indexOfKey(const QComboBox *combo, int key)
+{
+    for (int i = 0; i < combo->count(); ++i) {
+        const QString w = LExtractWord(1, combo->itemText(i), TCharSet(":"), ewSingleDelim);
+        if (IsInteger(w) && StrToInt(w.trimmed()) == key) return i;
+    }
+    return -1;
+}
+
+} // namespace
+
+// A selection list not filled yet (it fills when it opens) is filled first, as SetText
+// does, so that a key the parameter offers is always found.
 void TParaClass::SetAuswahl(int key)
 {
     auto *combo = qobject_cast<TwizComboBox *>(m_input);
     if (!combo) return;
-    for (int i = 0; i < combo->count(); ++i) {
-        const QString w = LExtractWord(1, combo->itemText(i), TCharSet(":"), ewSingleDelim);
-        if (IsInteger(w) && StrToInt(w.trimmed()) == key) {
-            combo->setCurrentIndex(i);
-            break;
-        }
+    int index = indexOfKey(combo, key);
+    if (index < 0 && combo->count() < 2) {
+        fillSelectionList();
+        index = indexOfKey(combo, key);
     }
+    if (index >= 0) combo->setCurrentIndex(index);
     if (mayPostFromProgram()) PostValue();
 }
 

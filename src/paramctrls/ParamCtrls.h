@@ -106,6 +106,8 @@ public:
     void SetInputFeldHint(const QString &hint);
 
     // --- events --------------------------------------------------------------------------
+    // Each event property holds one handler, as on the drive tool's forms; the signals
+    // below are emitted beside them for any number of listeners.
     NotifyEvent AfterCreate;
     KeyEvent OnKeyDown;
     KeyEvent OnKeyUp;
@@ -214,15 +216,43 @@ public:
     tParaEnabled GetInitialEnableLevel() const;
     tParaEnabled GetEnabled() const { return m_enableLevel; }
     void SetCtrlColor();
-    /// Shows the parameter's help text in the table's help view.
+    /// Shows the parameter's help in the table's help view: coordinate and name, value
+    /// range (limits as the limit message gives them, with the unit the control shows) and
+    /// default value in the wizard's language, then the host's help text.
     void ShowSelfRTFHelpText();
+    /// The library's part of the help, as rich text (HTML).
+    QString HelpSummary() const;
+    /// The limits as the limit message gives them: "0 % .. 300 %"; empty for a parameter
+    /// without limits or that is no number.
+    QString LimitText() const;
+    /// What a screen reader says after the name: "Wertebereich: 0 ms .. 100 ms", for a
+    /// text its maximum length, else the unit.
+    QString RangeText() const;
+    /// Translates hints, help and accessible texts again from the common strings; runs
+    /// on every QEvent::LanguageChange. Values and names (from the description file) stay.
+    virtual void UpdateLanguage();
     /// The host asks to hide the control: show, disable or hide it per wizToolInvisible.
     void SetToolHidden(bool hidden);
+
+Q_SIGNALS:
+    /// The shown value changed (typed, chosen, set by the program or read from the
+    /// drive); emitted after OnChange with the new text.
+    void valueChanged(const QString &text);
+    /// The enable level was applied (SetEnabled); emitted after OnEnabledChange.
+    void enabledChanged(drivewiz::tParaEnabled level);
+    /// The control was shown or hidden by its wizVisible or its parameter's presence;
+    /// emitted after OnVisibleChange.
+    void visibleChanged(bool visible);
+    /// The input field took the focus; emitted after OnEnter.
+    void entered();
+    /// The input field was left (checked and, online, posted); emitted after OnExit.
+    void left();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void readRecord(int record);
@@ -236,7 +266,9 @@ private:
     void connectInput();
     void showBuiltWidgets();
     void takeOverPartnerText();
-    void applyInputHint(int record);
+    void buildForCoordinate();
+    void fireVisibleChange();
+    void applyHints(int record);
     void leaveSameParameterLists();
     bool mayPostFromProgram() const;
     bool setComboText(const QString &text);
@@ -298,6 +330,7 @@ private:
     bool m_fromMirror = false;
     bool m_building = false;
     bool m_closingUp = false;
+    bool m_exiting = false; // MyExit corrects a value and writes it itself
 };
 
 /// The physical value that corresponds to 16384 counts of a parameter's internal value,

@@ -99,12 +99,17 @@ void TParaClass::SetKoordinate(const QString &koordinate)
         }
     }
     if (isKoord) {
-        RebuildParaControl();
-        if (!isDesigning()) SucheGleicheParameter();
-        if (!isLoading()) takeOverPartnerText();
+        buildForCoordinate();
     } else if (isDesigning()) {
         SetParamName(QStringLiteral("Unknown Parameter"));
     }
+}
+
+void TParaClass::buildForCoordinate()
+{
+    RebuildParaControl();
+    if (!isDesigning()) SucheGleicheParameter();
+    if (!isLoading()) takeOverPartnerText();
 }
 
 void TParaClass::FreeCustomCtrls()
@@ -126,7 +131,7 @@ void TParaClass::RebuildParaControl()
         return;
     if (isHidden() == m_wizVisible) {
         setVisible(m_wizVisible);
-        if (OnVisibleChange) OnVisibleChange(this);
+        fireVisibleChange();
     }
     if (!m_table) return;
     const int record = m_table->GetRecNo(GetKoordinate(), false);
@@ -135,7 +140,7 @@ void TParaClass::RebuildParaControl()
         dropInput(m_input, this);
         if (!isDesigning()) {
             hide();
-            if (OnVisibleChange) OnVisibleChange(this);
+            fireVisibleChange();
         }
         return;
     }
@@ -145,7 +150,7 @@ void TParaClass::RebuildParaControl()
     SetEditCtrlPosition();
     showBuiltWidgets();
     SetEnabled(GetInitialEnableLevel());
-    if (m_input && !m_inputFeldHint.isEmpty()) m_input->setToolTip(m_inputFeldHint);
+    applyHints(record);
     SetText(m_table->Cell(record, QStringLiteral("Wert")));
     m_building = false;
     SetCtrlColor();
@@ -168,8 +173,6 @@ void TParaClass::readRecord(int record)
     if (name.contains(QChar(0x00A7)) && m_showElementNameOnly)
         name = LExtractWord(2, name, TCharSet("\xA7"), ewMultipleDelim);
     SetParamName(name);
-    m_lblParaName->setToolTip(s_ClickForParDesc + QLatin1Char('\n') + name + QLatin1Char(' ') +
-                              GetKoordinate());
     m_kind = StrToIntDef(c[6].trimmed(), 0);
     m_numeric = m_kind < 2 && !m_dataType.contains(QLatin1String("STR"));
     m_info = m_kind == 6;
@@ -217,7 +220,6 @@ void TParaClass::buildEdit(int record)
         m_unit->setFont(m_table->FontDimension());
         UpdateEinheitString(record);
     }
-    if (!m_info) edit->setToolTip(GetWertebereich(record));
     if (m_controlType == wctBinaryCheckBoxes &&
         (m_dataType.startsWith(QLatin1Char('I')) || m_dataType.startsWith(QLatin1Char('U'))))
         buildBitBoxes();
@@ -255,7 +257,6 @@ void TParaClass::buildCombo(int record, bool editable)
         MyExit(sender);
         m_closingUp = false;
     };
-    if (!isDesigning()) combo->setToolTip(GetWertebereich(record));
 }
 
 void TParaClass::buildRadioGroup()

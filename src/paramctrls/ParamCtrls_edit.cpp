@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QToolButton>
 
 #include <cmath>
@@ -120,8 +121,9 @@ bool TParaClass::mayPostFromProgram() const
 {
     // Values the table itself has just read or copied are not written back.
     return m_table && m_table->Online() == omOnline && !m_building && !m_fromMirror &&
-           !m_table->Refreshing() && !Focused() && window() && window()->isVisible() &&
-           componentState() == ComponentState() && !m_table->TextRestoring();
+           !m_table->Refreshing() && !m_exiting && !Focused() && window() &&
+           window()->isVisible() && componentState() == ComponentState() &&
+           !m_table->TextRestoring();
 }
 
 // --- posting ---------------------------------------------------------------------------------
@@ -209,6 +211,7 @@ void TParaClass::MyOnChange(QObject *sender)
         }
     }
     if (OnChange) OnChange(this);
+    Q_EMIT valueChanged(GetText());
 }
 
 void TParaClass::MyEnter(QObject *sender)
@@ -216,10 +219,11 @@ void TParaClass::MyEnter(QObject *sender)
     Q_UNUSED(sender)
     m_entryText = GetText();
     if (m_table) {
-        m_table->ShowRTFHelpText(m_table->GetRTFhelpstring(m_q7adr), m_q7adr);
+        ShowSelfRTFHelpText();
         if (m_table->TextRestoring() && Focused()) m_table->ClearTextRestore();
     }
     if (OnEnter) OnEnter(this);
+    Q_EMIT entered();
 }
 
 void TParaClass::validateNumber()
@@ -249,8 +253,12 @@ void TParaClass::MyExit(QObject *sender)
 {
     Q_UNUSED(sender)
     if (!m_input || !m_table) return;
-    if (m_numeric && !qobject_cast<QCheckBox *>(m_input) && !qobject_cast<TMyRadioGroup *>(m_input))
+    if (m_numeric && !qobject_cast<QCheckBox *>(m_input) &&
+        !qobject_cast<TMyRadioGroup *>(m_input)) {
+        // A corrected value is written once, below, not also by the correction itself.
+        const QScopedValueRollback<bool> exiting(m_exiting, true);
         validateNumber();
+    }
     auto *combo = qobject_cast<TwizComboBox *>(m_input);
     if (combo && m_kind == 6) {
         const QStringList items = [combo] {
@@ -270,8 +278,11 @@ void TParaClass::MyExit(QObject *sender)
     if (m_table->Online() == omOnline && (m_closingUp || GetText() != m_entryText)) {
         PostValue();
         m_entryText = GetText();
+    } else if (m_table->Online() != omOnline && GetText() != m_entryText) {
+        m_table->UserEdited(this); // kept until OK or Cancel, whatever the host answers
     }
     if (OnExit) OnExit(this);
+    Q_EMIT left();
 }
 
 // A selection combo box holds only its current entry until its list opens. Entering it
@@ -432,9 +443,13 @@ void TParaClass::connectInput()
         connect(combo, &QComboBox::currentTextChanged, this, [this, combo] { MyOnChange(combo); });
     else if (auto *box = qobject_cast<QCheckBox *>(m_input))
         connect(box, &QCheckBox::toggled, this, [this, box] { MyOnChange(box); });
-    else if (auto *group = qobject_cast<TMyRadioGroup *>(m_input))
+    else if (auto *group = qobject_cast<TMyRadioGroup *>(m_input)) {
         connect(group, &TMyRadioGroup::itemIndexChanged, this,
                 [this, group] { MyOnChange(group); });
+        // The focus sits on the group's buttons: the group reports entering and leaving.
+        connect(group, &TMyRadioGroup::entered, this, [this, group] { MyEnter(group); });
+        connect(group, &TMyRadioGroup::left, this, [this, group] { MyExit(group); });
+    }
     for (QCheckBox *box : std::as_const(m_bitBoxes))
         box->installEventFilter(this);
 }
@@ -451,52 +466,13 @@ void TParaClass::MyCheckBoxOnClick(QObject *sender)
         edit->setText(DecToBin(value, std::max(0, int(Round(std::log2(m_ogw + 1))))));
     if (OnClick) OnClick(this);
     PostValue();
+    m_entryText = GetText(); // posted: moving on to the next bit posts nothing more
 }
 
 void TParaClass::mousePressEvent(QMouseEvent *event)
 {
     QFrame::mousePressEvent(event);
     if (OnClick) OnClick(this);
-}
-
-// --- information parameters and help --------------------------------------------------------
-
-void TParaClass::updateInfoButton()
-{
-    m_infoButton->setProperty("Tag", 0);
-    const QString word = LExtractWord(1, GetText(), TCharSet(" :"), ewMultipleDelim);
-    quint32 address = 0;
-    const int record = m_table ? m_table->FindRecord(word, m_achse, address) : -1;
-    if (record < 0) {
-        m_infoButton->setToolTip(QString());
-        return;
-    }
-    const auto col = [this, record](const char *t) {
-        return m_table->Cell(record, QString::fromLatin1(t));
-    };
-    m_infoButton->setToolTip(s_Koordinate + QStringLiteral(": ") + col("Koordinate") +
-                             QLatin1Char('\n') + col("Name") + QLatin1Char('\n') + s_DatenTyp +
-                             QStringLiteral(": ") + col("Datentyp") + QLatin1Char('\n') +
-                             GetWertebereich(record));
-    m_infoButton->setProperty("Tag", quint32(HexToInt(col("USS-Adresse /hex"))));
-}
-
-// The info button shows the help of the parameter the value names: in the table's help
-// view when the form has one, else as a message with the button's hint.
-void TParaClass::myInfoButtonClick()
-{
-    if (!m_table || !m_infoButton) return;
-    const quint32 address = m_infoButton->property("Tag").toUInt();
-    const QByteArray rtf = address ? m_table->GetRTFhelpstring(address) : QByteArray();
-    if (m_table->RichEditCtrl() && !rtf.isEmpty())
-        m_table->ShowRTFHelpText(rtf, address);
-    else if (!m_infoButton->toolTip().isEmpty())
-        ShowMessage(m_infoButton->toolTip());
-}
-
-void TParaClass::ShowSelfRTFHelpText()
-{
-    if (m_table) m_table->ShowRTFHelpText(m_table->GetRTFhelpstring(m_q7adr), m_q7adr);
 }
 
 // --- enable levels, colours, visibility --------------------------------------------------------
@@ -519,6 +495,7 @@ void TParaClass::SetEnabled(tParaEnabled level)
         SetCtrlColor();
     }
     if (OnEnabledChange) OnEnabledChange(this);
+    Q_EMIT enabledChanged(m_enableLevel);
 }
 
 void TParaClass::setInputEnabled(bool enabled)

@@ -9,6 +9,7 @@
 #include <QByteArray>
 #include <QFont>
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 #include <functional>
@@ -155,6 +156,13 @@ public:
     void ClearUpdateList();
     const std::vector<quint32> &UpdateList() const { return m_updateList; }
     void RegisterOnlineUpdatePars(QWidget *container);
+    /// The user changed a control's value. Offline (and in read-back) the value is kept
+    /// in "Wert" and stays until OK writes it or the wizard is cancelled: no read from
+    /// the host replaces it, whatever the host answers (page changes, the tree, the
+    /// search, a language or mode switch). When the wizard goes online, it is written.
+    void UserEdited(TParaClass *control);
+    /// Whether a value typed offline for this address waits for OK.
+    bool HasPendingEdit(quint32 address) const { return m_pendingEdits.contains(address); }
     /// Adds a window handle that gets message 1027 when the online mode changes.
     void SubscribeMsgOnlineChange(quintptr windowHandle);
     TParaClass *FindParaControl(quint32 address) const;
@@ -238,6 +246,9 @@ private:
     bool plausibleLength(qint32 length, const char *callback);
     void refreshedValue(TParaClass *control, const QString &value);
     void copyToMirrors(TParaClass *control);
+    bool keepsOfflineEdit(TParaClass *control);
+    void keepTypingOffline();
+    void postPendingEdits();
     void letEventsRun();
     QList<TParaClass *> paraControls() const;
     void rebuildControls();
@@ -288,6 +299,7 @@ private:
     int m_toolMsgDepth = 0;
     int m_refreshing = 0;
     QStringList m_indirectUnits;
+    QSet<quint32> m_pendingEdits; // addresses of values typed offline, until OK
     Clock m_clock;
 };
 

@@ -62,8 +62,7 @@ bool TParaTable::checkStatus(quint8 status, const QString &context, quint32 addr
     if (status == 0) return true;
     if (m_hostDetached) return false;
     return hostCall("fcbtGetErrorText", [&] {
-        return CheckErrCode(m_wizardId, status, context, m_cb.get_error_text, address,
-                            koordinate);
+        return CheckErrCode(m_wizardId, status, context, m_cb.get_error_text, address, koordinate);
     });
 }
 
@@ -76,9 +75,8 @@ char TParaTable::SetParaValue(quint32 address, const QString &koordinate, const 
     m_lastPostTime = m_clock();
     const QByteArray text = value.toUtf8(); // zero-terminated, and this call's own
     const fcbtSetParaValue set = m_cb.set_para_value;
-    const char status = hostCall("fcbtSetParaValue", [&] {
-        return set(text.constData(), m_wizardId, address, 0);
-    });
+    const char status =
+        hostCall("fcbtSetParaValue", [&] { return set(text.constData(), m_wizardId, address, 0); });
     if (m_hostDetached) return status;
     if (status != 'V')
         checkStatus(quint8(status), QStringLiteral("TParaTable.PostParaControl"), address,
@@ -112,9 +110,11 @@ bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, Q
         ok);
     if (!ok) return false;
     value = decodeText(text);
-    // Looked up after the call: rows the host described meanwhile may have moved it.
+    // Looked up after the call: rows the host described meanwhile may have moved it. A
+    // value typed offline stays in "Wert" until OK.
     const int row = GetRecNo(koordinate, false);
-    if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
+    if (row >= 0 && !(m_online != omOnline && HasPendingEdit(address)))
+        SetCell(row, QStringLiteral("Wert"), value);
     return true;
 }
 
@@ -170,9 +170,11 @@ void TParaTable::SetOnline(tOnlineModus mode)
     if (m_online == mode) return;
     if (m_online == omOnline && mode != omOnline)
         ClearUpdateList(); // still in online mode, so the host is told
+    if (!isLoading() && ownerForm()) keepTypingOffline(); // before the fields are rebuilt
     m_online = mode;
     if (!isLoading() && ownerForm()) {
         rebuildControls();
+        if (mode == omOnline) postPendingEdits();
         // The page control registers its visible controls itself.
         if (!formHasPageControl() && mode == omOnline) RegisterOnlineUpdatePars(ownerForm());
     }
@@ -215,8 +217,7 @@ void TParaTable::DetachHost()
     if (m_hostCalls > 0)
         ShowMessage(QStringLiteral("Fehler des Host-Programms: Der Assistent wurde während "
                                    "des Aufrufs von ") +
-                    QLatin1String(m_hostCallName) +
-                    QStringLiteral(" geschlossen."));
+                    QLatin1String(m_hostCallName) + QStringLiteral(" geschlossen."));
 }
 
 } // namespace drivewiz

@@ -1,7 +1,9 @@
 #include "paramtable/para_import.h"
 
 #include "paramtable/coordinates.h"
+#include "paramtable/para_import_index_p.h"
 #include "paramtable/para_import_p.h"
+#include "paramtable/para_import_store_p.h"
 #include "platform/dialogs.h"
 
 #include <algorithm>
@@ -19,14 +21,7 @@ QString lowerTitle(const QString &title)
     return title.trimmed().toLower();
 }
 
-quint64 overrideKey(int row, int column)
-{
-    return (quint64(quint32(row)) << 32) | quint32(column);
-}
-
 // Left-pads with '0' to the width; a longer text stays as it is.
-constexpr size_t kMaxText = 0x7FFFFFFFu; // offsets keep their top bit as a flag
-
 QString padZero(const QString &s, int width)
 {
     return s.size() >= width ? s : QString(width - s.size(), QLatin1Char('0')) + s;
@@ -34,7 +29,11 @@ QString padZero(const QString &s, int width)
 
 } // namespace
 
-TImportTable::TImportTable() = default;
+TImportTable::TImportTable()
+    : m_cells(std::make_unique<importdetail::CellStore>()),
+      m_index(std::make_unique<importdetail::KeyIndex>())
+{}
+
 TImportTable::~TImportTable() = default;
 
 void TImportTable::Clear()
@@ -43,17 +42,8 @@ void TImportTable::Clear()
     m_sortedTitles.clear();
     m_columnCache.clear();
     m_literalColumns.clear();
-    m_text.reset();
-    m_textSize = 0;
-    m_textCapacity = 0;
-    m_offsets.clear();
-    m_offsets.shrink_to_fit();
-    m_overrides.clear();
-    m_rowKeys.clear();
-    m_rowKeys.shrink_to_fit();
-    m_mainIndex.clear();
-    m_sortedKeys.clear();
-    m_indexValid = false;
+    m_cells->reset(0);
+    m_index->clear();
     m_rowCount = 0;
     m_csvColumns = 0;
     m_colName = m_colKoordinate = m_colAchse = m_colNummer = -1;
@@ -80,6 +70,7 @@ int TImportTable::InitColumnArray(const QString &titleLine)
     const TCharSet delims{QString(QLatin1Char(m_delimiter))};
     const int words = LWordCount(titleLine, delims, ewSingleDelim);
     m_csvColumns = words;
+    m_cells->reset(words);
     for (int i = 0; i < words; ++i) {
         const QString title = ExtractCSVWord(i + 1, titleLine, delims).toLower();
         m_titles << title;
@@ -107,9 +98,8 @@ int TImportTable::InitColumnArray(const QString &titleLine)
 
 void TImportTable::SetColumnArrayLength(int rows)
 {
-    if (rows <= 0) return;
-    m_offsets.reserve(size_t(rows) * size_t(m_csvColumns + 1));
-    m_rowKeys.reserve(size_t(rows));
+    // Rows are stored in chunks that are added as rows come: nothing to size beforehand.
+    Q_UNUSED(rows)
 }
 
 int TImportTable::ColNoByName(const QString &title) const
@@ -193,10 +183,7 @@ void TImportTable::SetCell(int p, const QString &title, const QString &value)
 
 int TImportTable::rowAt(int p) const
 {
-    if (p < 0 || p >= m_rowCount) return -1;
-    // Before the first rebuild the positions are the file order.
-    if (size_t(p) < m_mainIndex.size()) return m_mainIndex[size_t(p)];
-    return p;
+    return p >= m_rowCount ? -1 : m_index->rowAt(p);
 }
 
 int TImportTable::RowOfPosition(int p) const
@@ -207,32 +194,20 @@ int TImportTable::RowOfPosition(int p) const
 QString TImportTable::cell(int row, int column) const
 {
     if (row < 0 || row >= m_rowCount || column < 0) return QString();
-    if (column == m_csvColumns)
-        return QString::fromUtf8(m_rowKeys[size_t(row)].data(),
-                                 qsizetype(m_rowKeys[size_t(row)].size()));
-    if (column > m_csvColumns) return QString();
-    const size_t base = size_t(row) * size_t(m_csvColumns + 1) + size_t(column);
-    const quint32 begin = m_offsets[base];
-    if (begin & kOverridden) {
-        const auto it = m_overrides.find(overrideKey(row, column));
-        return it == m_overrides.end() ? QString() : it->second;
-    }
-    const quint32 end = m_offsets[base + 1] & ~kOverridden;
-    return QString::fromUtf8(m_text.get() + begin, qsizetype(end - begin));
+    if (column == m_csvColumns) return QString::fromStdString(m_index->key(size_t(row)));
+    return m_cells->text(size_t(row), column);
 }
 
 void TImportTable::setCell(int row, int column, const QString &value)
 {
     if (row < 0 || row >= m_rowCount || column < 0 || column >= m_csvColumns) return;
-    const size_t base = size_t(row) * size_t(m_csvColumns + 1) + size_t(column);
-    m_offsets[base] |= kOverridden;
-    m_overrides[overrideKey(row, column)] = value;
+    m_cells->setText(size_t(row), column, value);
     if (column == m_colKoordinate || column == m_colAchse || column == m_colNummer) {
-        const std::string before = m_rowKeys[size_t(row)];
+        const std::string before = m_index->key(size_t(row));
         updateSortKey(row);
         // The row belongs elsewhere now, but positions callers hold stay valid until
         // ReBuildMainIndex; until then the index is stale and look-ups use the old keys.
-        if (before != m_rowKeys[size_t(row)]) m_indexValid = false;
+        if (before != m_index->key(size_t(row))) m_index->invalidate();
     }
 }
 
@@ -261,143 +236,44 @@ void TImportTable::SetValueByColName(int p, const QString &title, const QString 
     setCell(row, ColNoByName(title), value);
 }
 
+void TImportTable::setRowKey(int row, const char *k, size_t kLen, const char *a, size_t aLen,
+                             const char *n, size_t nLen)
+{
+    if (m_colKoordinate < 0 || kLen == 0) {
+        m_index->setKey(size_t(row), "", 0);
+        return;
+    }
+    const importdetail::SortKeyText key(k, kLen, a, aLen, n, nLen);
+    m_index->setKey(size_t(row), key.data(), key.size());
+}
+
 void TImportTable::updateSortKey(int row)
 {
-    const auto raw = [this, row](int column, std::string &store) -> const std::string & {
-        store = column < 0 ? std::string() : cell(row, column).toStdString();
-        return store;
+    const auto raw = [this, row](int column) {
+        return column < 0 ? QByteArray() : m_cells->utf8(size_t(row), column);
     };
-    std::string k, a, n;
-    raw(m_colKoordinate, k);
-    raw(m_colAchse, a);
-    raw(m_colNummer, n);
-    m_rowKeys[size_t(row)] =
-        m_colKoordinate < 0 || k.empty()
-            ? std::string()
-            : importdetail::sortKey(k.data(), k.size(), a.data(), a.size(), n.data(), n.size());
-}
-
-// --- text store -----------------------------------------------------------------------
-
-char *TImportTable::reserveText(size_t extra)
-{
-    const size_t needed = m_textSize + extra;
-    if (needed >= kMaxText) return nullptr;
-    if (needed > m_textCapacity) {
-        const size_t capacity = std::min(kMaxText, std::max(needed, m_textCapacity * 3 / 2));
-        // realloc: large blocks are remapped rather than copied.
-        char *grown = static_cast<char *>(std::realloc(m_text.get(), capacity));
-        if (!grown) return nullptr;
-        (void)m_text.release();
-        m_text.reset(grown);
-        m_textCapacity = capacity;
-    }
-    return m_text.get() + m_textSize;
-}
-
-void TImportTable::appendText(const char *text, size_t len)
-{
-    char *out = reserveText(len);
-    if (!out) return;
-    std::memcpy(out, text, len);
-    m_textSize += len;
-}
-
-// Loading reserves for the worst case; give back what a loaded table will not use.
-void TImportTable::shrinkText()
-{
-    if (m_textCapacity <= m_textSize + m_textSize / 8 + 4096) return;
-    if (char *exact = static_cast<char *>(std::realloc(m_text.get(), m_textSize + 1))) {
-        (void)m_text.release();
-        m_text.reset(exact);
-        m_textCapacity = m_textSize + 1;
-    }
+    const QByteArray k = raw(m_colKoordinate);
+    const QByteArray a = raw(m_colAchse);
+    const QByteArray n = raw(m_colNummer);
+    setRowKey(row, k.constData(), size_t(k.size()), a.constData(), size_t(a.size()),
+              n.constData(), size_t(n.size()));
 }
 
 // --- main index and lookups -------------------------------------------------------------
 
-namespace {
-
-// Sort items carry the first eight key bytes as a number, so most comparisons need no
-// memory outside the item; the row number keeps equal keys in file order.
-struct SortItem
+bool TImportTable::mainIndexValid() const
 {
-    quint64 prefix;
-    int row;
-};
-
-quint64 keyPrefix(const std::string &key)
-{
-    quint64 p = 0;
-    for (size_t i = 0; i < 8; ++i)
-        p = (p << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
-    return p;
-}
-
-} // namespace
-
-// The rows [from, to) in sort-string order. Description files come mostly in coordinate
-// order: rows that keep the order are taken as they come, the few others are sorted on
-// their own and merged in. Equal keys keep their file order.
-std::vector<int> TImportTable::sortedRows(int from, int to) const
-{
-    const auto less = [this](const SortItem &a, const SortItem &b) {
-        if (a.prefix != b.prefix) return a.prefix < b.prefix;
-        const int c = m_rowKeys[size_t(a.row)].compare(m_rowKeys[size_t(b.row)]);
-        return c != 0 ? c < 0 : a.row < b.row;
-    };
-    std::vector<SortItem> inOrder;
-    std::vector<SortItem> others;
-    inOrder.reserve(size_t(to - from));
-    for (int i = from; i < to; ++i) {
-        const SortItem item{keyPrefix(m_rowKeys[size_t(i)]), i};
-        if (inOrder.empty() || !less(item, inOrder.back()))
-            inOrder.push_back(item);
-        else
-            others.push_back(item);
-    }
-    std::sort(others.begin(), others.end(), less);
-    std::vector<SortItem> items(inOrder.size() + others.size());
-    std::merge(inOrder.begin(), inOrder.end(), others.begin(), others.end(), items.begin(), less);
-    std::vector<int> rows(items.size());
-    for (size_t i = 0; i < items.size(); ++i)
-        rows[i] = items[i].row;
-    return rows;
+    return m_index->valid();
 }
 
 void TImportTable::ReBuildMainIndex()
 {
-    m_indexValid = false;
-    m_mainIndex = sortedRows(0, m_rowCount);
-    m_sortedKeys.resize(size_t(m_rowCount));
-    for (int i = 0; i < m_rowCount; ++i)
-        m_sortedKeys[size_t(i)] = m_rowKeys[size_t(m_mainIndex[size_t(i)])];
-    m_indexValid = true;
-}
-
-// After rows were appended to an indexed table: sort only the new rows and merge them in;
-// on equal keys the older row stays first, as a full rebuild would keep it.
-void TImportTable::mergeIntoIndex(int firstNewRow)
-{
-    const std::vector<int> added = sortedRows(firstNewRow, m_rowCount);
-    const auto less = [this](int a, int b) {
-        const int c = m_rowKeys[size_t(a)].compare(m_rowKeys[size_t(b)]);
-        return c != 0 ? c < 0 : a < b;
-    };
-    std::vector<int> merged(m_mainIndex.size() + added.size());
-    std::merge(m_mainIndex.begin(), m_mainIndex.end(), added.begin(), added.end(), merged.begin(),
-               less);
-    m_mainIndex = std::move(merged);
-    m_sortedKeys.resize(m_mainIndex.size());
-    for (size_t i = 0; i < m_mainIndex.size(); ++i)
-        m_sortedKeys[i] = m_rowKeys[size_t(m_mainIndex[i])];
-    m_indexValid = true;
+    m_index->rebuild();
 }
 
 bool TImportTable::indexOutOfDate() const
 {
-    if (m_mainIndex.size() == size_t(m_rowCount) && m_sortedKeys.size() == size_t(m_rowCount))
-        return false;
+    if (m_index->positions() == size_t(m_rowCount)) return false;
     ShowMessage(QStringLiteral("Internal Error: Index out of date!\rReBuildMainIndex has to be "
                                "used!"));
     return true;
@@ -418,49 +294,77 @@ QString TImportTable::BuildSortString(const QString &koordinate, const QString &
     return sort;
 }
 
-std::string TImportTable::searchKey(const QString &koordinate, const QString &second) const
+namespace {
+
+// The sort string a look-up searches for: the number (or axis) is padded and checked by the
+// sort-string builder itself, the same way as the row keys were made.
+void searchKey(importdetail::SortKeyText &key, const QString &koordinate, const QString &second,
+               bool byNumber)
 {
-    // The number (or axis) is padded and checked by the sort-string builder itself, the
-    // same way as the row keys were made.
     char k[64];
     char s[32];
     size_t kLen = 0;
     size_t sLen = 0;
     if (importdetail::toAscii(koordinate, k, sizeof k, kLen) &&
         importdetail::toAscii(second, s, sizeof s, sLen)) {
-        return m_colNummer >= 0 ? importdetail::sortKey(k, kLen, "", 0, s, sLen)
-                                : importdetail::sortKey(k, kLen, s, sLen, "", 0);
+        if (byNumber)
+            key.build(k, kLen, "", 0, s, sLen);
+        else
+            key.build(k, kLen, s, sLen, "", 0);
+        return;
     }
     const QByteArray kUtf8 = koordinate.toUtf8();
     const QByteArray sUtf8 = second.toUtf8();
     const size_t kn = size_t(kUtf8.size());
     const size_t sn = size_t(sUtf8.size());
-    return m_colNummer >= 0
-               ? importdetail::sortKey(kUtf8.constData(), kn, "", 0, sUtf8.constData(), sn)
-               : importdetail::sortKey(kUtf8.constData(), kn, sUtf8.constData(), sn, "", 0);
+    if (byNumber)
+        key.build(kUtf8.constData(), kn, "", 0, sUtf8.constData(), sn);
+    else
+        key.build(kUtf8.constData(), kn, sUtf8.constData(), sn, "", 0);
 }
+
+bool isBlank(const QString &text)
+{
+    for (const QChar c : text) {
+        if (!c.isSpace()) return false;
+    }
+    return true;
+}
+
+} // namespace
 
 int TImportTable::FindParam(const QString &koordinate, const QString &second) const
 {
     if (koordinate.isEmpty() || m_rowCount == 0 || indexOutOfDate()) return -1;
-    const std::string key = searchKey(koordinate, second);
-    const bool anyNumber = m_colNummer >= 0 && second.trimmed().isEmpty();
-    if (!anyNumber) {
-        const auto it = std::lower_bound(m_sortedKeys.begin(), m_sortedKeys.end(), key);
-        if (it == m_sortedKeys.end() || *it != key) return -1;
-        return int(it - m_sortedKeys.begin());
+    const bool byNumber = m_colNummer >= 0;
+    importdetail::SortKeyText key;
+    searchKey(key, koordinate, second, byNumber);
+    if (byNumber && isBlank(second)) return findAnyNumber(key.data(), key.size());
+    return m_index->find(key.data(), key.size());
+}
+
+// A blank number finds the first row of the coordinate on the table's own axis, whatever
+// its number. The number's digits are not at a fixed place in the sort string (numbers
+// from 1000 and elements from 10000 take more digits), so the rows that start like the
+// coordinate are compared with their number left out.
+int TImportTable::findAnyNumber(const char *key, size_t len) const
+{
+    if (len < 4) return -1;
+    const size_t prefix = len - 4; // the key ends in "000" (no number) and "0" (no axis)
+    const std::string wanted(key, len);
+    const std::vector<importdetail::SortKey> &sorted = m_index->sortedKeys();
+    for (size_t p = m_index->lowerBound(key, prefix); p < sorted.size(); ++p) {
+        const int row = m_index->rowAt(int(p));
+        const std::string rowKey = m_index->key(size_t(row));
+        if (rowKey.compare(0, prefix, wanted, 0, prefix) != 0) break;
+        const QByteArray k = m_cells->utf8(size_t(row), m_colKoordinate);
+        const QByteArray a = m_colAchse < 0 ? QByteArray() : m_cells->utf8(size_t(row), m_colAchse);
+        const importdetail::SortKeyText withAxis(k.constData(), size_t(k.size()), a.constData(),
+                                                 size_t(a.size()), "", 0);
+        const importdetail::SortKeyText bare(k.constData(), size_t(k.size()), "", 0, "", 0);
+        if (withAxis.str() == wanted && bare.str() == wanted) return int(p);
     }
-    // The three number digits are read as "000", so rows of every number match.
-    const auto masked = [](std::string s) {
-        for (size_t i = 8; i < 11 && i < s.size(); ++i)
-            s[i] = '0';
-        return s;
-    };
-    const auto it = std::lower_bound(
-        m_sortedKeys.begin(), m_sortedKeys.end(), key,
-        [&masked](const std::string &a, const std::string &k) { return masked(a) < k; });
-    if (it == m_sortedKeys.end() || masked(*it) != key) return -1;
-    return int(it - m_sortedKeys.begin());
+    return -1;
 }
 
 int TImportTable::FindParAxUnknown(const QString &koordinate, const QString &axis) const
@@ -478,13 +382,9 @@ int TImportTable::FindGruppe(const QString &letter, const QString &axis) const
 {
     Q_UNUSED(axis)
     if (letter.size() != 1 || m_rowCount == 0 || indexOutOfDate()) return -1;
-    const std::string g = letter.toUpper().toStdString();
+    const QByteArray g = letter.toUpper().toUtf8();
     // The first row of the group, so callers can walk it forward.
-    const auto it = std::lower_bound(
-        m_sortedKeys.begin(), m_sortedKeys.end(), g,
-        [](const std::string &a, const std::string &k) { return a.compare(0, 1, k) < 0; });
-    if (it == m_sortedKeys.end() || it->compare(0, 1, g) != 0) return -1;
-    return int(it - m_sortedKeys.begin());
+    return g.size() == 1 ? m_index->findGroup(g.at(0)) : -1;
 }
 
 } // namespace drivewiz

@@ -12,9 +12,17 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace drivewiz {
+
+namespace importdetail {
+class CellStore;
+class CsvLineReader;
+class KeyIndex;
+class MergeLookup;
+} // namespace importdetail
 
 /// An in-memory CSV table of text cells (parameter descriptions, selection lists, group
 /// files) with a main index: the rows ordered by a sort string built from each row's
@@ -25,8 +33,8 @@ namespace drivewiz {
 /// case; the last column is the sort-string column titled "par".
 ///
 /// Failures are shown through the dialog service with the drive tool's German texts;
-/// nothing is thrown. Cells are stored compactly (one shared UTF-8 buffer), so a table of
-/// 100,000 rows takes little more memory than its file.
+/// nothing is thrown. Cells are stored compactly (UTF-8 text in shared blocks, 16-bit cell
+/// ends per row), so a table of 100,000 rows takes less memory than twice its file.
 class DRIVEWIZ_EXPORT TImportTable
 {
 public:
@@ -51,7 +59,8 @@ public:
     void CheckCSVdelim(const QString &titleLine);
     /// Sets up the columns from a title line; returns the number of CSV columns.
     int InitColumnArray(const QString &titleLine);
-    /// Reserves room for the given number of rows.
+    /// Kept for callers that size the table first; rows are stored in chunks that grow
+    /// as rows come, so there is nothing to reserve.
     void SetColumnArrayLength(int rows);
 
     /// Appends a CSV line (blank lines are ignored). False when no delimiter is known yet.
@@ -69,7 +78,7 @@ public:
     void ReBuildMainIndex();
     /// False once a key cell ("Koordinate", "Achse", "Nummer") changed: positions still
     /// name the same rows, but the order is stale until ReBuildMainIndex().
-    bool MainIndexValid() const { return m_indexValid; }
+    bool MainIndexValid() const { return mainIndexValid(); }
 
     /// The sort string of a row: letter, number (3 digits), element (4), `nummer` (3) and
     /// axis; e.g. "B33.7" with axis "2" gives "B03300070002".
@@ -159,55 +168,36 @@ protected:
     int koordinateColumn() const { return m_colKoordinate; }
     int achseColumn() const { return m_colAchse; }
     int nummerColumn() const { return m_colNummer; }
-    bool mainIndexValid() const { return m_indexValid; }
+    bool mainIndexValid() const;
 
 private:
-    // Cells of row r are stored in m_text between m_offsets[r * stride + c] and the next
-    // offset (stride = CSV columns + 1). A set top bit marks a cell that was overwritten
-    // later; its text is then in m_overrides.
-    static constexpr quint32 kOverridden = 0x80000000u;
-
     struct ParseReport;
     struct SourceFile;
     bool openSource(const QString &fileName, SourceFile &source) const;
     bool loadLines(SourceFile &source, const QString &fileName, bool merge);
-    bool storeRow(int row, const char *line, size_t len, bool cp1252, ParseReport &report);
+    bool appendLine(const importdetail::CsvLineReader &lines, bool cp1252, ParseReport &report);
     void updateSortKey(int row);
+    void setRowKey(int row, const char *k, size_t kLen, const char *a, size_t aLen,
+                   const char *n, size_t nLen);
     int rowAt(int p) const;
     int searchColumn(const QString &title) const;
     QString cell(int row, int column) const;
     void setCell(int row, int column, const QString &value);
     bool indexOutOfDate() const;
     void ensureRows(int rows);
-    void trimRows();
-    void mergeIntoIndex(int firstNewRow);
-    std::vector<int> sortedRows(int from, int to) const;
-    char *reserveText(size_t extra);
-    void appendText(const char *text, size_t len);
-    void shrinkText();
     void reportParse(const ParseReport &report, const QString &fileName) const;
-    std::string searchKey(const QString &koordinate, const QString &second) const;
     bool checkMergeTitles(const QString &title, const QString &fileName);
-    struct MergeKeys;
-    bool mergeLineIsNew(const char *line, size_t len, bool cp1252, MergeKeys &known) const;
+    bool mergeLineIsNew(const importdetail::CsvLineReader &lines, bool cp1252,
+                        importdetail::MergeLookup &known) const;
+    int findAnyNumber(const char *key, size_t len) const;
+    std::pair<int, int> keyWidths(int row) const;
 
     QStringList m_titles;                                           // lower case, "par" last
     std::vector<std::pair<QString, int>> m_sortedTitles;            // trimmed titles, sorted
     mutable QHash<QString, int> m_columnCache;                      // title as asked -> column
     mutable std::unordered_map<const char *, int> m_literalColumns; // literal title -> column
-    struct FreeText
-    {
-        void operator()(char *p) const { std::free(p); }
-    };
-    std::unique_ptr<char, FreeText> m_text; // every cell's UTF-8 text, one after the other
-    size_t m_textSize = 0;
-    size_t m_textCapacity = 0;
-    std::vector<quint32> m_offsets;                   // row-major, CSV columns + 1 per row
-    std::unordered_map<quint64, QString> m_overrides; // key: row << 32 | column
-    std::vector<std::string> m_rowKeys;               // sort string per row (file order)
-    std::vector<int> m_mainIndex;                     // rows in sort-string order
-    std::vector<std::string> m_sortedKeys;            // m_rowKeys in main-index order
-    bool m_indexValid = false;
+    std::unique_ptr<importdetail::CellStore> m_cells; // the cells of every row
+    std::unique_ptr<importdetail::KeyIndex> m_index;  // sort strings and the main index
     int m_rowCount = 0;
     int m_csvColumns = 0;
     int m_colName = -1;

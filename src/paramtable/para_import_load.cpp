@@ -4,7 +4,9 @@
 #include "paramtable/para_import.h"
 
 #include "paramtable/coordinates.h"
+#include "paramtable/para_import_index_p.h"
 #include "paramtable/para_import_p.h"
+#include "paramtable/para_import_store_p.h"
 #include "platform/dialogs.h"
 #include "platform/textcodec.h"
 
@@ -12,10 +14,17 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <unordered_set>
 
 namespace drivewiz {
+
+namespace {
+
+// Rows with up to this many columns are read with buffers on the stack.
+constexpr int kMaxFastColumns = 256;
+
+} // namespace
 
 // What went wrong while reading one file; reported once per file, not per line.
 struct TImportTable::ParseReport
@@ -27,55 +36,6 @@ struct TImportTable::ParseReport
     bool nulBytes = false;
     bool tooLarge = false;
     int line = 0; // current line number (title = 1)
-};
-
-// Keys seen during a merge: the table's rows before it (sorted), and the rows it appended,
-// kept as row numbers in an open-addressing hash over the table's own keys.
-struct TImportTable::MergeKeys
-{
-    MergeKeys(const std::vector<std::string> &sorted, const std::vector<std::string> &rowKeys)
-        : old(sorted), keys(rowKeys)
-    {}
-
-    bool containsAdded(const std::string &key) const
-    {
-        if (slots.empty()) return false;
-        for (size_t i = hash(key) & mask;; i = (i + 1) & mask) {
-            if (slots[i] < 0) return false;
-            if (keys[size_t(slots[i])] == key) return true;
-        }
-    }
-
-    void add(int row)
-    {
-        if ((count + 1) * 2 > slots.size()) grow();
-        size_t i = hash(keys[size_t(row)]) & mask;
-        while (slots[i] >= 0)
-            i = (i + 1) & mask;
-        slots[i] = row;
-        ++count;
-    }
-
-    importdetail::SortedKeyCursor old;
-
-private:
-    static size_t hash(const std::string &key) { return std::hash<std::string>()(key); }
-
-    void grow()
-    {
-        std::vector<int> previous = std::move(slots);
-        slots.assign(std::max<size_t>(1024, previous.size() * 2), -1);
-        mask = slots.size() - 1;
-        count = 0;
-        for (const int row : previous) {
-            if (row >= 0) add(row);
-        }
-    }
-
-    const std::vector<std::string> &keys;
-    std::vector<int> slots;
-    size_t mask = 0;
-    size_t count = 0;
 };
 
 // The bytes of a file being read: mapped where possible, copied only to drop NUL bytes.
@@ -90,44 +50,6 @@ struct TImportTable::SourceFile
 };
 
 namespace {
-
-// Splits a buffer into lines: CR, LF and CR LF all end a line. The next CR and LF are
-// remembered, so each byte is searched once even in files with only CR line ends.
-class LineSplitter
-{
-public:
-    LineSplitter(const char *data, size_t size)
-        : m_data(data), m_size(size), m_nextLf(find('\n', 0)), m_nextCr(find('\r', 0))
-    {}
-
-    bool next(const char *&line, size_t &len)
-    {
-        if (m_pos >= m_size) return false;
-        if (m_nextLf < m_pos) m_nextLf = find('\n', m_pos);
-        if (m_nextCr < m_pos) m_nextCr = find('\r', m_pos);
-        const size_t end = std::min(m_nextLf, m_nextCr);
-        line = m_data + m_pos;
-        len = end - m_pos;
-        m_pos = end + 1;
-        if (end < m_size && m_data[end] == '\r' && m_pos < m_size && m_data[m_pos] == '\n') ++m_pos;
-        return true;
-    }
-
-    size_t position() const { return m_pos; }
-
-private:
-    size_t find(char c, size_t from) const
-    {
-        const void *hit = std::memchr(m_data + from, c, m_size - from);
-        return hit ? size_t(static_cast<const char *>(hit) - m_data) : m_size;
-    }
-
-    const char *m_data;
-    size_t m_size;
-    size_t m_pos = 0;
-    size_t m_nextLf;
-    size_t m_nextCr;
-};
 
 bool isBlank(const char *line, size_t len)
 {
@@ -179,60 +101,54 @@ bool TImportTable::openSource(const QString &fileName, SourceFile &source) const
     return true;
 }
 
-bool TImportTable::storeRow(int row, const char *line, size_t len, bool cp1252, ParseReport &report)
+bool TImportTable::appendLine(const importdetail::CsvLineReader &lines, bool cp1252,
+                              ParseReport &report)
 {
     // Windows-1252 bytes may grow to three UTF-8 bytes each.
-    char *out = reserveText((cp1252 ? 3 * len : len) + 8);
+    const size_t len = lines.length();
+    char *out = m_cells->rowBuffer((cp1252 ? 3 * len : len) + importdetail::kCopySlack);
     if (!out) {
         report.tooLarge = true;
         return false;
     }
-    const size_t stride = size_t(m_csvColumns) + 1;
-    quint32 *offsets = m_offsets.data() + size_t(row) * stride;
+    quint32 starts[kMaxFastColumns + 1];
+    std::vector<quint32> manyStarts;
+    quint32 *s = starts;
+    if (m_csvColumns > kMaxFastColumns) {
+        manyStarts.resize(size_t(m_csvColumns) + 1);
+        s = manyStarts.data();
+    }
     bool unterminated = false;
-    const auto copy = cp1252 ? importdetail::copyCsvFields1252 : importdetail::copyCsvFields;
-    m_textSize += copy(line, len, m_delimiter, out, quint32(m_textSize), offsets,
-                       size_t(m_csvColumns), unterminated);
+    lines.copyFields(cp1252, out, s, size_t(m_csvColumns), unterminated);
     if (unterminated && report.unterminatedQuotes++ == 0)
         report.firstUnterminatedLine = report.line;
+    // The key is made from the copied cells before they are handed to the store.
     const auto cellAt = [&](int column, const char *&text) -> size_t {
-        text = column < 0 ? "" : m_text.get() + offsets[column];
-        return column < 0 ? 0 : offsets[column + 1] - offsets[column];
+        text = column < 0 ? "" : out + s[column];
+        return column < 0 ? 0 : s[column + 1] - s[column];
     };
     const char *k, *a, *n;
     const size_t kLen = cellAt(m_colKoordinate, k);
     const size_t aLen = cellAt(m_colAchse, a);
     const size_t nLen = cellAt(m_colNummer, n);
-    if (kLen == 0) {
-        m_rowKeys[size_t(row)].clear();
-        return true;
-    }
-    m_rowKeys[size_t(row)] = importdetail::sortKey(k, kLen, a, aLen, n, nLen);
-    if (!importdetail::isKoordinateBytes(k, kLen) && report.badCoordinates++ < 5)
+    importdetail::SortKeyText key;
+    if (kLen > 0) key.build(k, kLen, a, aLen, n, nLen);
+    if (kLen > 0 && !key.plainCoordinate() && !importdetail::isKoordinateBytes(k, kLen) &&
+        report.badCoordinates++ < 5)
         report.badCoordinateSamples << QString::number(report.line) + QStringLiteral(": ") +
                                            QString::fromUtf8(k, qsizetype(kLen)).left(40);
+    m_index->appendKey(key.data(), key.size());
+    m_cells->appendRow(s);
+    ++m_rowCount;
     return true;
 }
 
-// Row storage grows in steps (or up to what SetColumnArrayLength reserved), so appending a
-// row is cheap; trimRows() cuts the slack.
 void TImportTable::ensureRows(int rows)
 {
-    if (size_t(rows) > m_rowKeys.size()) {
-        const size_t stride = size_t(m_csvColumns) + 1;
-        const size_t grown = size_t(rows) <= m_rowKeys.capacity()
-                                 ? m_rowKeys.capacity()
-                                 : std::max(size_t(rows), m_rowKeys.size() * 3 / 2);
-        m_offsets.resize(grown * stride, quint32(m_textSize));
-        m_rowKeys.resize(grown);
-    }
-    m_rowCount = std::max(m_rowCount, rows);
-}
-
-void TImportTable::trimRows()
-{
-    m_offsets.resize(size_t(m_rowCount) * (size_t(m_csvColumns) + 1));
-    m_rowKeys.resize(size_t(m_rowCount));
+    if (rows <= m_rowCount) return;
+    m_cells->resizeRows(size_t(rows));
+    m_index->resize(size_t(rows));
+    m_rowCount = rows;
 }
 
 bool TImportTable::ImportTable(const QString &fileName)
@@ -281,16 +197,14 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
 {
     ParseReport report;
     report.nulBytes = source.nulBytes;
-    LineSplitter lines(source.data, source.size);
-    const char *line = nullptr;
-    size_t len = 0;
-    if (!lines.next(line, len) || isBlank(line, len)) {
+    importdetail::CsvLineReader lines(source.data, source.size);
+    if (!lines.next() || isBlank(lines.line(), lines.length())) {
         ShowMessage(QStringLiteral("FEHLER: Datei \"") + fileName +
                     QStringLiteral("\" ist leer oder hat keine Titelzeile!"));
         if (!merge) Clear();
         return false;
     }
-    const QByteArray titleBytes = QByteArray::fromRawData(line, qsizetype(len));
+    const QByteArray titleBytes = QByteArray::fromRawData(lines.line(), qsizetype(lines.length()));
     const QString title =
         source.cp1252 ? decodeWindows1252(titleBytes) : QString::fromUtf8(titleBytes);
     report.line = 1;
@@ -303,28 +217,21 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
                         QStringLiteral("\" fehlt die Spalte \"Koordinate\"; Parameter können "
                                        "darin nicht gesucht werden."));
     }
-    // Room for the rows (estimated from the title line's length) and for their text.
-    const size_t perLine = std::max<size_t>(len / 2, 16);
-    SetColumnArrayLength(m_rowCount + int(std::min<size_t>(source.size / perLine + 16, 1u << 26)));
-    reserveText(source.size + source.size / 16);
-    if (merge && !m_indexValid) ReBuildMainIndex();
-    MergeKeys known(m_sortedKeys, m_rowKeys);
+    lines.setDelimiter(m_delimiter);
+    if (merge && !m_index->valid()) ReBuildMainIndex();
+    importdetail::MergeLookup known(*m_index);
     const int firstNew = m_rowCount;
-    while (lines.next(line, len)) {
+    while (lines.next()) {
         ++report.line;
+        const char *line = lines.line();
+        const size_t len = lines.length();
         if (isBlank(line, len)) continue;
-        if (merge && !mergeLineIsNew(line, len, source.cp1252, known)) continue;
-        ensureRows(m_rowCount + 1);
-        if (!storeRow(m_rowCount - 1, line, len, source.cp1252, report)) {
-            --m_rowCount;
-            break;
-        }
-        if (merge) known.add(m_rowCount - 1);
+        if (merge && !mergeLineIsNew(lines, source.cp1252, known)) continue;
+        if (!appendLine(lines, source.cp1252, report)) break;
+        if (merge) known.add(size_t(m_rowCount - 1));
     }
-    trimRows();
-    shrinkText();
     if (merge)
-        mergeIntoIndex(firstNew);
+        m_index->addRows(size_t(firstNew));
     else
         ReBuildMainIndex();
     reportParse(report, fileName);
@@ -335,42 +242,43 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
 // else axis) the table holds already is dropped, and so is a repeat within the new file.
 // Looking the key up among the old rows' sorted keys and the new rows' keys gives the
 // same answer as a lookup after every appended line, without rebuilding the index.
-bool TImportTable::mergeLineIsNew(const char *line, size_t len, bool cp1252, MergeKeys &known) const
+bool TImportTable::mergeLineIsNew(const importdetail::CsvLineReader &lines, bool cp1252,
+                                  importdetail::MergeLookup &known) const
 {
-    importdetail::FieldSpan fields[256];
-    std::vector<importdetail::FieldSpan> many;
-    importdetail::FieldSpan *f = fields;
-    if (size_t(m_csvColumns) > std::size(fields)) {
-        many.resize(size_t(m_csvColumns));
-        f = many.data();
-    }
+    const char *line = lines.line();
     // Only the fields up to the coordinate and the second key are needed.
     const int secondColumn = m_colNummer >= 0 ? m_colNummer : m_colAchse;
-    const size_t wanted = size_t(std::max(m_colKoordinate, secondColumn) + 1);
+    const size_t wanted =
+        std::min(size_t(std::max(m_colKoordinate, secondColumn) + 1), size_t(m_csvColumns));
+    std::array<importdetail::FieldSpan, 8> fields; // coordinates come early in a line
+    std::vector<importdetail::FieldSpan> many;
+    importdetail::FieldSpan *f = fields.data();
+    if (wanted > fields.size()) {
+        many.resize(wanted);
+        f = many.data();
+    }
     bool unterminated = false;
-    const size_t found = importdetail::scanCsvFields(
-        line, len, m_delimiter, f, std::min(wanted, size_t(m_csvColumns)), unterminated);
+    const size_t found = lines.scanFields(f, wanted, unterminated);
     const auto text = [&](int column) {
-        if (column < 0 || size_t(column) >= found) return std::string();
+        if (column < 0 || size_t(column) >= found) return QByteArray();
         const char *begin = line + f[column].begin;
         const size_t n = f[column].end - f[column].begin;
         const bool ascii = std::all_of(begin, begin + n,
                                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-        if (cp1252 && !ascii) {
-            const QByteArray utf8 = windows1252ToUtf8(begin, qsizetype(n));
-            return std::string(utf8.constData(), size_t(utf8.size()));
-        }
-        return std::string(begin, n);
+        if (cp1252 && !ascii) return windows1252ToUtf8(begin, qsizetype(n));
+        return QByteArray::fromRawData(begin, qsizetype(n));
     };
-    const std::string k = text(m_colKoordinate);
-    if (k.empty()) return true; // no coordinate: a lookup finds nothing, so the line is appended
-    std::string second = text(secondColumn);
-    if (!importdetail::isIntegerBytes(second.data(), second.size())) second = "0";
-    const bool byNumber = m_colNummer >= 0;
-    const std::string key =
-        byNumber ? importdetail::sortKey(k.data(), k.size(), "", 0, second.data(), second.size())
-                 : importdetail::sortKey(k.data(), k.size(), second.data(), second.size(), "", 0);
-    return !known.old.contains(key) && !known.containsAdded(key);
+    const QByteArray k = text(m_colKoordinate);
+    if (k.isEmpty()) return true; // no coordinate: a lookup finds nothing, so the line is appended
+    QByteArray second = text(secondColumn);
+    if (!importdetail::isIntegerBytes(second.constData(), size_t(second.size())))
+        second = QByteArrayLiteral("0");
+    importdetail::SortKeyText key;
+    if (m_colNummer >= 0)
+        key.build(k.constData(), size_t(k.size()), "", 0, second.constData(), size_t(second.size()));
+    else
+        key.build(k.constData(), size_t(k.size()), second.constData(), size_t(second.size()), "", 0);
+    return !known.contains(key.data(), key.size());
 }
 
 void TImportTable::reportParse(const ParseReport &report, const QString &fileName) const
@@ -410,19 +318,12 @@ int TImportTable::AppendRowIndexed(const QString &line)
 {
     const int before = m_rowCount;
     if (!AddRow(line) || m_rowCount == before) return -1;
+    m_index->addRows(size_t(before));
     const int row = m_rowCount - 1;
-    if (!m_indexValid || m_mainIndex.size() != size_t(row)) {
-        ReBuildMainIndex();
-    } else {
-        // Behind the rows with an equal key: file order among equals, as a rebuild keeps it.
-        const auto at =
-            std::upper_bound(m_sortedKeys.begin(), m_sortedKeys.end(), m_rowKeys[size_t(row)]);
-        const auto pos = at - m_sortedKeys.begin();
-        m_sortedKeys.insert(at, m_rowKeys[size_t(row)]);
-        m_mainIndex.insert(m_mainIndex.begin() + pos, row);
+    for (size_t p = m_index->positions(); p-- > 0;) {
+        if (m_index->rowAt(int(p)) == row) return int(p);
     }
-    const auto it = std::find(m_mainIndex.begin(), m_mainIndex.end(), row);
-    return int(it - m_mainIndex.begin());
+    return -1;
 }
 
 bool TImportTable::InsertRow(const QString &line, int row, const TCharSet &delimiters)
@@ -432,19 +333,13 @@ bool TImportTable::InsertRow(const QString &line, int row, const TCharSet &delim
         if (line.trimmed().isEmpty()) return true;
         row = m_rowCount;
         ensureRows(row + 1);
-        trimRows();
     }
     // Cells come from ExtractCSVWord itself, so any delimiter set works here.
-    const size_t stride = size_t(m_csvColumns) + 1;
+    std::vector<QByteArray> cells;
+    cells.reserve(size_t(m_csvColumns));
     for (int c = 0; c < m_csvColumns; ++c)
-        m_overrides.erase((quint64(quint32(row)) << 32) | quint32(c));
-    quint32 *offsets = m_offsets.data() + size_t(row) * stride;
-    for (int c = 0; c < m_csvColumns; ++c) {
-        const QByteArray cellText = ExtractCSVWord(c + 1, line, delimiters).toUtf8();
-        offsets[c] = quint32(m_textSize);
-        appendText(cellText.constData(), size_t(cellText.size()));
-    }
-    offsets[m_csvColumns] = quint32(m_textSize);
+        cells.push_back(ExtractCSVWord(c + 1, line, delimiters).toUtf8());
+    m_cells->setRow(size_t(row), cells);
     updateSortKey(row);
     return true;
 }
@@ -459,20 +354,10 @@ void TImportTable::InsertNewRow(const QString &line, int row)
 {
     if (m_csvColumns == 0) return;
     row = std::clamp(row, 0, m_rowCount);
-    const size_t stride = size_t(m_csvColumns) + 1;
-    m_offsets.insert(m_offsets.begin() + std::ptrdiff_t(size_t(row) * stride), stride,
-                     quint32(m_textSize));
-    m_rowKeys.insert(m_rowKeys.begin() + row, std::string());
+    m_cells->insertRow(size_t(row));
+    m_index->insertRow(size_t(row));
     ++m_rowCount;
-    // Overwritten cells are keyed by row: move those behind the new row down by one.
-    std::unordered_map<quint64, QString> moved;
-    for (auto &[key, value] : m_overrides) {
-        const quint64 r = key >> 32;
-        moved[r >= quint64(row) ? key + (quint64(1) << 32) : key] = std::move(value);
-    }
-    m_overrides = std::move(moved);
     InsertRow(line, row, TCharSet(QString(QLatin1Char(m_delimiter ? m_delimiter : ';'))));
-    m_indexValid = false;
 }
 
 } // namespace drivewiz

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
+
 namespace drivewiz {
 
 namespace {
@@ -33,17 +35,30 @@ QString TImportTable::fGetGruppe(int p) const
     return fGetSortFullKoord(p).left(1);
 }
 
+// The widths of the number and element digits in a row's sort string: three and four, more
+// for numbers from 1000 and elements from 10000 (read off the row's coordinate).
+std::pair<int, int> TImportTable::keyWidths(int row) const
+{
+    const QString k = m_colKoordinate < 0 ? QString() : cell(row, m_colKoordinate).trimmed();
+    const int dot = k.indexOf(QLatin1Char('.'), 1);
+    const int number = dot < 0 ? int(k.size()) - 1 : dot - 1;
+    const int element =
+        dot < 0 ? 0 : int(LExtractWord(2, k, TCharSet("."), ewSingleDelim).size());
+    return {std::max(number, 3), std::max(element, 4)};
+}
+
 QString TImportTable::fGetParam(int p) const
 {
     const QString sort = fGetSortFullKoord(p);
     if (sort.isEmpty()) return QString();
-    const QString number = sort.mid(1, 3);
+    const QString number = sort.mid(1, keyWidths(rowAt(p)).first);
     return sort.left(1) + (number.startsWith(QLatin1Char('0')) ? number.mid(1) : number);
 }
 
 QString TImportTable::fGetElement(int p) const
 {
-    QString element = fGetSortFullKoord(p).mid(4, 4).trimmed();
+    const auto [number, width] = keyWidths(rowAt(p));
+    QString element = fGetSortFullKoord(p).mid(1 + number, width).trimmed();
     int zeros = 0;
     while (zeros < element.size() - 1 && element.at(zeros) == QLatin1Char('0'))
         ++zeros;
@@ -87,11 +102,13 @@ bool TImportTable::IstRecordPar(int p) const
 int TImportTable::GetArrayElementCount(int p) const
 {
     if (!IstArrayPar(p)) return 0;
+    // Elements from 10000 on sort among the shorter ones (the sort string compares as
+    // text), so the count comes from the largest element met, not from the last row.
     const QString param = fGetParam(p);
-    int last = p;
-    while (last + 1 < m_rowCount && fGetParam(last + 1) == param)
-        ++last;
-    return fGetElement(last).toInt() + 1;
+    int largest = fGetElement(p).toInt();
+    for (int q = p + 1; q < m_rowCount && fGetParam(q) == param; ++q)
+        largest = std::max(largest, fGetElement(q).toInt());
+    return largest + 1;
 }
 
 QString TImportTable::fGetAchsenListe(int p) const

@@ -183,8 +183,7 @@ bool TWerteTable::RowAccepted(int position)
     if (m_levelFilter < 99 && m_levelColumn >= 0) {
         // The conversion that decides "is an integer" also gives the value ("$A" is 10).
         int level = 0;
-        if (TryStrToInt(CellAt(position, m_levelColumn).trimmed(), level) &&
-            level > m_levelFilter)
+        if (TryStrToInt(CellAt(position, m_levelColumn).trimmed(), level) && level > m_levelFilter)
             return false;
     }
     if (!m_hidden.empty() && m_hidden.count(fGetParam(position))) return false;

@@ -4,6 +4,7 @@
 #include "platform/convert.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -42,6 +43,15 @@ bool roundDigits(std::string &digits, int n)
     return true;
 }
 
+// Whether 0.digits * 10^exponent reads back as a finite double.
+bool readsBackFinite(const std::string &digits, int exponent)
+{
+    const std::string text = "0." + digits + "e" + std::to_string(exponent);
+    double v = 0;
+    const auto res = std::from_chars(text.data(), text.data() + text.size(), v);
+    return res.ec == std::errc() && std::isfinite(v);
+}
+
 // Significant digits of |v|: first rounded to `precision` digits (what the user sees of
 // the value), then to `decimals` places after the point, trailing zeros removed. Rounding
 // twice keeps 1.005 at 15 digits "1.005", which then becomes "1.01" with two decimals.
@@ -56,7 +66,14 @@ Decimal toDecimal(double v, int precision, int decimals)
     d.digits.assign(1, buf[0]);
     d.digits.append(buf + 2, kExactDigits);
     d.exponent = std::atoi(std::strchr(buf, 'e') + 1) + 1;
+    const Decimal exact = d;
     if (roundDigits(d.digits, precision)) ++d.exponent;
+    // Rounding the largest doubles up gives a number beyond every double, which no
+    // conversion reads back: those are cut instead (1.79769313486231E308).
+    if (d.exponent >= 309 && !readsBackFinite(d.digits, d.exponent)) {
+        d = exact;
+        d.digits.resize(size_t(std::min(precision, int(d.digits.size()))));
+    }
     const int places = d.exponent + std::min(decimals, kUnlimited);
     if (places < 0) return Decimal();
     if (places < int(d.digits.size()) && roundDigits(d.digits, places)) ++d.exponent;

@@ -56,7 +56,7 @@ QMessageBox::Icon iconFor(MsgDlgType type)
     return QMessageBox::NoIcon;
 }
 
-QString captionFor(MsgDlgType type)
+QString germanCaption(MsgDlgType type)
 {
     switch (type) {
     case MsgDlgType::Warning:
@@ -70,7 +70,13 @@ QString captionFor(MsgDlgType type)
     case MsgDlgType::Custom:
         break;
     }
-    return QCoreApplication::applicationName();
+    return QString();
+}
+
+QString &captionSlot(MsgDlgType type)
+{
+    static QString captions[int(MsgDlgType::Custom) + 1];
+    return captions[int(type)];
 }
 
 // Message texts use '\r' as the line break of the drive tool; Qt wants '\n'.
@@ -82,6 +88,18 @@ QString displayText(QString text)
 }
 
 } // namespace
+
+QString DialogCaption(MsgDlgType type)
+{
+    if (type == MsgDlgType::Custom) return QCoreApplication::applicationName();
+    const QString &set = captionSlot(type);
+    return set.isEmpty() ? germanCaption(type) : set;
+}
+
+void SetDialogCaption(MsgDlgType type, const QString &caption)
+{
+    if (type != MsgDlgType::Custom) captionSlot(type) = caption;
+}
 
 DialogService::~DialogService() = default;
 
@@ -108,7 +126,7 @@ void QtDialogService::showMessage(const QString &text)
 
 int QtDialogService::messageDlg(const QString &text, MsgDlgType type, MsgDlgButtons buttons)
 {
-    QMessageBox box(iconFor(type), captionFor(type), displayText(text), QMessageBox::NoButton,
+    QMessageBox box(iconFor(type), DialogCaption(type), displayText(text), QMessageBox::NoButton,
                     QApplication::activeWindow());
     if (buttons == 0) buttons = mbOK;
     for (const auto &b : kButtons) {

@@ -90,6 +90,13 @@ public:
                             const QString &filter) override;
 };
 
+/// The window title of a message dialog of a kind (Custom: the application's name).
+/// German until SetDialogCaption changes it; the language layer sets it from the
+/// language file, so titles follow the wizard's language.
+DRIVEWIZ_EXPORT QString DialogCaption(MsgDlgType type);
+/// Sets the title of a kind; an empty text restores the German default.
+DRIVEWIZ_EXPORT void SetDialogCaption(MsgDlgType type, const QString &caption);
+
 // Short forms used throughout the library.
 DRIVEWIZ_EXPORT void ShowMessage(const QString &text);
 DRIVEWIZ_EXPORT int MessageDlg(const QString &text, MsgDlgType type, MsgDlgButtons buttons);

@@ -216,6 +216,7 @@ bool IniFile::save()
     detail::IniDocument current = detail::IniDocument::parse(bytes);
     for (const Change &c : d->changes)
         apply(current, c);
+    current.settleEncoding();
     if (!writeBytes(d->path, current.render(), d->error)) return false;
     d->doc = std::move(current);
     d->changes.clear();

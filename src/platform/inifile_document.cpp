@@ -36,6 +36,27 @@ bool isMalformed(const QByteArray &line)
     return eq < 0 || firstNonBlank(line.mid(i, eq - i)) == eq - i;
 }
 
+// The lines of a file: "\r\n", "\n" and a bare "\r" each end one, as for SimpleIni. A
+// byte order mark at the start of a line (files put together from several) is no part
+// of a name.
+QList<QByteArray> splitLines(const QByteArray &bytes)
+{
+    QList<QByteArray> lines;
+    qsizetype start = 0;
+    const qsizetype n = bytes.size();
+    for (qsizetype i = 0; i <= n; ++i) {
+        if (i < n && bytes.at(i) != '\n' && bytes.at(i) != '\r') continue;
+        if (i == n && start == n) break; // no empty line after the last line end
+        QByteArray line = bytes.mid(start, i - start);
+        while (line.startsWith(kBom))
+            line.remove(0, 3);
+        lines << line;
+        if (i + 1 < n && bytes.at(i) == '\r' && bytes.at(i + 1) == '\n') ++i;
+        start = i + 1;
+    }
+    return lines;
+}
+
 QByteArray joinLines(const QList<QByteArray> &lines, qsizetype from, qsizetype to)
 {
     QByteArray out;
@@ -44,10 +65,13 @@ QByteArray joinLines(const QList<QByteArray> &lines, qsizetype from, qsizetype t
     return out;
 }
 
-// Names and values are single lines without surrounding blanks in any INI file.
+// Names and values are single lines without surrounding blanks in any INI file; a zero
+// would end them early.
 QString clean(QString text)
 {
-    text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '))
+        .replace(QLatin1Char('\n'), QLatin1Char(' '))
+        .replace(QChar(0), QLatin1Char(' '));
     qsizetype b = 0, e = text.size();
     while (b < e && (text.at(b) == QLatin1Char(' ') || text.at(b) == QLatin1Char('\t')))
         ++b;
@@ -63,23 +87,30 @@ IniDocument::IniDocument() : m_ini(std::make_unique<CSimpleIniA>(false, false, f
     m_ini->SetSpaces(false);
 }
 
+// How a file is read: UTF-8 when it has a byte order mark or non-ASCII bytes that are
+// valid UTF-8, else Windows-1252. Saving checks the same decision (see settleEncoding).
+bool IniDocument::readsAsUtf8(const QByteArray &bytes)
+{
+    const bool bom = bytes.startsWith(kBom);
+    const qsizetype from = bom ? 3 : 0;
+    const qsizetype ascii = asciiPrefixLength(bytes.constData() + from, bytes.size() - from);
+    return (from + ascii < bytes.size() || bom) &&
+           isValidUtf8(bytes.constData() + from + ascii, bytes.size() - from - ascii);
+}
+
 IniDocument IniDocument::parse(QByteArray bytes)
 {
     IniDocument doc;
+    doc.m_utf8 = readsAsUtf8(bytes);
     doc.m_bom = bytes.startsWith(kBom);
     if (doc.m_bom) bytes.remove(0, 3);
     doc.m_crlf = bytes.contains("\r\n");
     bytes.replace('\0', ' '); // SimpleIni would stop reading there
-    const qsizetype ascii = asciiPrefixLength(bytes.constData(), bytes.size());
-    doc.m_utf8 = (ascii < bytes.size() || doc.m_bom) &&
-                 isValidUtf8(bytes.constData() + ascii, bytes.size() - ascii);
 
-    QList<QByteArray> lines = bytes.split('\n');
-    if (bytes.endsWith('\n') || bytes.isEmpty()) lines.removeLast();
+    QList<QByteArray> lines = splitLines(bytes);
     qsizetype first = -1, last = -1;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         QByteArray &line = lines[i];
-        if (line.endsWith('\r')) line.chop(1);
         if (!isEntryLine(line)) continue;
         if (isMalformed(line)) {
             line.prepend(';');
@@ -127,6 +158,14 @@ bool IniDocument::encode(const QString &text, QByteArray &out) const
 QString IniDocument::decode(const char *text) const
 {
     return m_utf8 ? QString::fromUtf8(text) : decodeWindows1252(QByteArray(text));
+}
+
+// A Windows-1252 file whose bytes have come to read as UTF-8 (its last umlaut replaced, or
+// a text like "Ã¤" written into plain ASCII) would come back as other texts: it is
+// written as UTF-8 then, so that every text reads back as it was written.
+void IniDocument::settleEncoding()
+{
+    if (!m_utf8 && readsAsUtf8(render())) switchToUtf8();
 }
 
 void IniDocument::switchToUtf8()

@@ -23,6 +23,10 @@ public:
     static IniDocument parse(QByteArray bytes);
     /// The bytes to write, in the file's encoding and line ends.
     QByteArray render() const;
+    /// Changes to UTF-8 when the Windows-1252 bytes would be read back as UTF-8.
+    void settleEncoding();
+    /// Whether parse() reads these bytes as UTF-8.
+    static bool readsAsUtf8(const QByteArray &bytes);
 
     std::optional<QString> value(const QString &section, const QString &key) const;
     bool hasSection(const QString &section) const;

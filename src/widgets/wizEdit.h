@@ -101,6 +101,11 @@ public:
 ///   of auto-repeat are not reported, so a held key gives many key downs and one key up.
 /// Tab and Backtab move the focus before any key handling and are not reported.
 ///
+/// Focus: the group is entered when the focus comes to one of its buttons from outside
+/// the group, and left when it goes from a button to a widget outside; OnEnter and
+/// entered(), OnExit and left() report it (moving between its own buttons reports
+/// nothing; nor does the focus going to a popup and coming back).
+///
 /// A user's choice (click, Space, arrow keys) sets ItemIndex, then emits
 /// itemIndexChanged and fires OnClick; clicking the checked button does nothing.
 /// Setting ItemIndex in code emits itemIndexChanged but does not fire OnClick.
@@ -137,12 +142,18 @@ public:
     QRadioButton *button(int index) const;
 
     std::function<void(QObject *sender)> OnClick;
+    std::function<void(QObject *sender)> OnEnter;
+    std::function<void(QObject *sender)> OnExit;
     KeyEvent OnKeyDown;
     KeyEvent OnKeyUp;
     KeyPressEvent OnKeyPress;
 
 Q_SIGNALS:
     void itemIndexChanged(int index);
+    /// The focus came into the group.
+    void entered();
+    /// The focus left the group.
+    void left();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -151,6 +162,8 @@ protected:
 private:
     friend class TGroupButton;
 
+    void buttonFocusIn(QFocusEvent *event);
+    void buttonFocusOut(QFocusEvent *event);
     bool forwardKeyPress(QKeyEvent *event);
     bool forwardKeyRelease(QKeyEvent *event);
     void buttonClicked(int index);
@@ -167,6 +180,7 @@ private:
     // A key event a button did not accept, which Qt hands to this group next; it was
     // reported already. Only compared, never dereferenced.
     const QKeyEvent *m_reported = nullptr;
+    bool m_focusInside = false;
 };
 
 } // namespace drivewiz

@@ -1,6 +1,7 @@
 #include "widgets/wizEdit.h"
 #include "widgets/wizEdit_p.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -39,6 +40,18 @@ void TGroupButton::keyReleaseEvent(QKeyEvent *event)
     }
     QRadioButton::keyReleaseEvent(event);
     if (owner && !event->isAccepted()) owner->m_reported = event;
+}
+
+void TGroupButton::focusInEvent(QFocusEvent *event)
+{
+    QRadioButton::focusInEvent(event);
+    if (TMyRadioGroup *owner = group()) owner->buttonFocusIn(event);
+}
+
+void TGroupButton::focusOutEvent(QFocusEvent *event)
+{
+    QRadioButton::focusOutEvent(event);
+    if (TMyRadioGroup *owner = group()) owner->buttonFocusOut(event);
 }
 
 TMyRadioGroup::TMyRadioGroup(QWidget *parent)
@@ -111,6 +124,25 @@ void TMyRadioGroup::keyReleaseEvent(QKeyEvent *event)
         return;
     }
     QGroupBox::keyReleaseEvent(event);
+}
+
+void TMyRadioGroup::buttonFocusIn(QFocusEvent *event)
+{
+    if (m_focusInside || event->reason() == Qt::PopupFocusReason) return;
+    m_focusInside = true;
+    if (OnEnter) OnEnter(this);
+    Q_EMIT entered();
+}
+
+// When the focus moves on, Qt already names the widget that gets it.
+void TMyRadioGroup::buttonFocusOut(QFocusEvent *event)
+{
+    if (!m_focusInside || event->reason() == Qt::PopupFocusReason) return;
+    const QWidget *next = QApplication::focusWidget();
+    if (next && isAncestorOf(next)) return;
+    m_focusInside = false;
+    if (OnExit) OnExit(this);
+    Q_EMIT left();
 }
 
 bool TMyRadioGroup::forwardKeyPress(QKeyEvent *event)

@@ -261,9 +261,6 @@ void TwizPageControl::Loaded()
     createFormParts();
     applyBackButton();
     UpdateLanguage();
-    // The host's own texts for the form (tab texts included) come after ours.
-    if (m_table && m_table->LanguageFile())
-        ReadControls(m_table->LanguageFile(), m_table->Language(), m_table->wizIdString(), form);
     m_loadedOnce = true;
     UpdateTabLabels();
     UpdateTreeView(true);
@@ -314,6 +311,22 @@ void TwizPageControl::renameParts(QWidget *page, int from, int to)
         if (QWidget *part = page->findChild<QWidget *>(pair[0], Qt::FindDirectChildrenOnly))
             part->setObjectName(pair[1]);
     }
+}
+
+// A new language file: the texts are read again once the host has done its part too
+// (it may translate the form itself right after switching the table's language).
+void TwizPageControl::changeEvent(QEvent *event)
+{
+    QTabWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange || !m_loadedOnce || m_languagePending) return;
+    m_languagePending = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_languagePending = false;
+            UpdateLanguage();
+        },
+        Qt::QueuedConnection);
 }
 
 // Types are tested first: a watched widget that is being destroyed still sends events,
@@ -448,12 +461,12 @@ void TwizPageControl::Change()
     // A page made current from outside (setCurrentIndex) gets what MoveTo gives it.
     if (!m_moving && !isDesigning() && currentWidget()) {
         MoveTo(currentWidget());
-        if (OnChange) OnChange(this);
-        return;
+    } else {
+        if (!m_moving) UpdateTreeSelection();
+        if (isDesigning()) UpdateTabLabels();
     }
-    if (!m_moving) UpdateTreeSelection();
-    if (isDesigning()) UpdateTabLabels();
     if (OnChange) OnChange(this);
+    Q_EMIT pageChanged(currentIndex());
 }
 
 // --- tree ----------------------------------------------------------------------------------

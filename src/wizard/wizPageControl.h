@@ -152,7 +152,9 @@ public:
     /// not default, named, with caption and the kind's icon.
     TwizButton *NewButton(TwizButton *button, TButtonKind kind, const QString &caption,
                           const QString &name);
-    /// Reloads the captions and hints of the buttons from the common strings.
+    /// Reloads the captions and hints of the buttons from the common strings, then the
+    /// form's own texts (section wizIdString of the table's language file), and lets
+    /// titles, tree and online indicator follow. Runs on every QEvent::LanguageChange.
     void UpdateLanguage();
     void Loaded() override;
 
@@ -204,12 +206,17 @@ public Q_SLOTS:
     void OnTimerOnline();
 
 Q_SIGNALS:
+    /// OK is saving: emitted after OnBeforeSave, while the table is busy and before the
+    /// values are written.
     void beforeSave();
+    /// Another page became active (after the tree followed); emitted after OnChange.
+    void pageChanged(int index);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void tabInserted(int index) override;
     void tabRemoved(int index) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -267,6 +274,7 @@ private:
     QPointer<QWidget> m_form;
 
     bool m_loadedOnce = false;
+    bool m_languagePending = false;
     bool m_rebuildTree = false;
     bool m_moving = false;
     bool m_saved = false;

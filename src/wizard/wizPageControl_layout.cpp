@@ -292,6 +292,14 @@ void TwizPageControl::UpdateLanguage()
     }
     if (m_searchEdit) m_searchEdit->setToolTip(s_InputSearchTxt);
     updateOkHint();
+    // The host's own texts for the form (tab texts included) come after ours.
+    if (m_table && m_table->LanguageFile() && !isDesigning())
+        ReadControls(m_table->LanguageFile(), m_table->Language(), m_table->wizIdString(),
+                     window());
+    if (!m_loadedOnce) return;
+    CheckOnlineMode(); // the read-back indicator's text
+    UpdateTabLabels(); // titles from the tab texts
+    UpdateTreeView(true);
 }
 
 } // namespace drivewiz

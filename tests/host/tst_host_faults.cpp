@@ -34,10 +34,10 @@ enum class Fault {
     DestroysForm,
 };
 
-constexpr quint32 kA80 = 0x01140000u;  // the field the walk types into
-constexpr quint32 kA01 = 0x01004000u;  // the drive refuses writes to it, so errors get texts
+constexpr quint32 kA80 = 0x01140000u; // the field the walk types into
+constexpr quint32 kA01 = 0x01004000u; // the drive refuses writes to it, so errors get texts
 constexpr quint8 kRefused = sim::StatusWriteProtected;
-constexpr quint8 kBroken = 0x2A;       // the error status of the faulty callback
+constexpr quint8 kBroken = 0x2A; // the error status of the faulty callback
 
 struct Host
 {
@@ -86,8 +86,8 @@ void sideEffects(Cb which)
 }
 
 // The answer of a callback that returns text and a status.
-template <class Normal> int32_t textAnswer(Cb which, char *buffer, int32_t size, uint8_t *status,
-                                           Normal normal)
+template <class Normal>
+int32_t textAnswer(Cb which, char *buffer, int32_t size, uint8_t *status, Normal normal)
 {
     if (faulty(which) && g->fault == Fault::ErrorStatus) {
         *status = kBroken;
@@ -144,9 +144,8 @@ int32_t errorText(char *buffer, int32_t size, uint32_t wizardId, uint32_t addres
 
 int32_t paraInfo(char *buffer, int32_t size, uint32_t wizardId, uint32_t address, uint8_t *status)
 {
-    return textAnswer(Cb::ParaInfo, buffer, size, status, [&] {
-        return g->drive.paraInfo(buffer, size, wizardId, address, status);
-    });
+    return textAnswer(Cb::ParaInfo, buffer, size, status,
+                      [&] { return g->drive.paraInfo(buffer, size, wizardId, address, status); });
 }
 
 int32_t auswahlInfo(char *buffer, int32_t size, uint32_t wizardId, uint32_t address,
@@ -172,13 +171,27 @@ dwz_callbacks callbacks(Cb absent)
 {
     dwz_callbacks cb{getValue, setValue, subscribe, errorText, paraInfo, auswahlInfo, helpText};
     switch (absent) {
-    case Cb::GetValue: cb.get_para_value = nullptr; break;
-    case Cb::SetValue: cb.set_para_value = nullptr; break;
-    case Cb::Subscribe: cb.subscribe = nullptr; break;
-    case Cb::ErrorText: cb.get_error_text = nullptr; break;
-    case Cb::ParaInfo: cb.get_para_info = nullptr; break;
-    case Cb::AuswahlInfo: cb.get_auswahl_info = nullptr; break;
-    case Cb::HelpText: cb.get_help_text = nullptr; break;
+    case Cb::GetValue:
+        cb.get_para_value = nullptr;
+        break;
+    case Cb::SetValue:
+        cb.set_para_value = nullptr;
+        break;
+    case Cb::Subscribe:
+        cb.subscribe = nullptr;
+        break;
+    case Cb::ErrorText:
+        cb.get_error_text = nullptr;
+        break;
+    case Cb::ParaInfo:
+        cb.get_para_info = nullptr;
+        break;
+    case Cb::AuswahlInfo:
+        cb.get_auswahl_info = nullptr;
+        break;
+    case Cb::HelpText:
+        cb.get_help_text = nullptr;
+        break;
     }
     return cb;
 }
@@ -191,15 +204,19 @@ sim::Callback simCallback(Cb cb)
 sim::Hostility hostility(Fault fault)
 {
     switch (fault) {
-    case Fault::LengthTooLarge: return sim::Hostility::LengthTooLarge;
-    case Fault::NegativeLength: return sim::Hostility::NegativeLength;
-    case Fault::NonUtf8: return sim::Hostility::InvalidUtf8;
-    default: return sim::Hostility::None;
+    case Fault::LengthTooLarge:
+        return sim::Hostility::LengthTooLarge;
+    case Fault::NegativeLength:
+        return sim::Hostility::NegativeLength;
+    case Fault::NonUtf8:
+        return sim::Hostility::InvalidUtf8;
+    default:
+        return sim::Hostility::None;
     }
 }
 
-const char *const kCbNames[] = {"GetValue",  "SetValue",    "Subscribe", "ErrorText",
-                                "ParaInfo",  "AuswahlInfo", "HelpText"};
+const char *const kCbNames[] = {"GetValue", "SetValue",    "Subscribe", "ErrorText",
+                                "ParaInfo", "AuswahlInfo", "HelpText"};
 const char *const kFaultNames[] = {"Absent",  "ErrorStatus",   "LengthTooLarge", "NegativeLength",
                                    "NonUtf8", "PostsMessages", "RunsEventLoop",  "DestroysForm"};
 
@@ -224,13 +241,11 @@ protected:
         std::tie(host.cb, host.fault) = GetParam();
         ASSERT_TRUE(host.drive.load(test::sourcePath(QStringLiteral("data/sample/Parameter.csv"))));
         host.drive.setHostility(simCallback(host.cb), hostility(host.fault));
-        const dwz_callbacks cb =
-            callbacks(host.fault == Fault::Absent ? host.cb : Cb(-1));
+        const dwz_callbacks cb = callbacks(host.fault == Fault::Absent ? host.cb : Cb(-1));
         const QByteArray ui = QByteArrayLiteral(TEST_FORMS "/SmallWizard.ui");
         const QByteArray params =
             test::sourcePath(QStringLiteral("data/sample/Parameter.csv")).toUtf8();
-        host.form =
-            dwz_form_create(ui.constData(), &cb, 5, 4, 1, DWZ_OFFLINE, params.constData());
+        host.form = dwz_form_create(ui.constData(), &cb, 5, 4, 1, DWZ_OFFLINE, params.constData());
         ASSERT_NE(host.form, nullptr) << dwz_last_error();
         dialog = static_cast<QDialog *>(dwz_form_widget(host.form));
         host.window = dwz_form_window(host.form);
@@ -342,7 +357,7 @@ TEST_P(HostFaults, WizardWalkSurvivesAndReportsOnce)
     EXPECT_EQ(errorBoxes, host.statusErrors + host.refusals);
     EXPECT_LE(lengthBoxes, 1);
     EXPECT_EQ(lengthBoxes == 1, host.fault == Fault::NegativeLength &&
-                                     (host.cb == Cb::GetValue || host.cb == Cb::ParaInfo));
+                                    (host.cb == Cb::GetValue || host.cb == Cb::ParaInfo));
     EXPECT_EQ(hostErrors, host.destroyedInside ? 1 : 0);
     EXPECT_EQ(notNumbers, host.cb == Cb::GetValue && host.fault == Fault::NonUtf8 ? 1 : 0);
 }

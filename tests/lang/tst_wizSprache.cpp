@@ -1,5 +1,6 @@
 #include "lang/wizSprache.h"
 #include "platform/component.h"
+#include "platform/dialogs.h"
 #include "platform/inifile.h"
 #include "support/testing.h"
 
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 
 using namespace drivewiz;
 
@@ -33,6 +35,7 @@ protected:
     {
         QDir::setCurrent(previousFolder);
         ResetCommonStrings();
+        SetConfigFolder(QString());
         WriteWizLang = false;
     }
     QString central(const QString &name) const
@@ -76,6 +79,25 @@ TEST_F(LanguageTest, CentralFolderIsFoundByWizling1OrWizling0)
     }
 }
 
+TEST_F(LanguageTest, AFolderTheHostNamesWinsUntilItIsCleared)
+{
+    ASSERT_TRUE(test::writeFile(central("wizling.1"), "[ComStr]\n"));
+    QDir(tmp.path()).mkpath(QStringLiteral("host/lang"));
+    QDir::setCurrent(tmp.filePath(QStringLiteral("host")));
+    SetConfigFolder(QStringLiteral("lang")); // relative: from the working folder now
+    QDir::setCurrent(tmp.filePath(QStringLiteral("work")));
+    bool isCentral = true;
+    const QString folder = QDir(tmp.path()).canonicalPath() + QStringLiteral("/host/lang");
+    EXPECT_EQ(ConfigFolder(), folder);
+    EXPECT_EQ(GetIniFileName(2, isCentral), folder + QStringLiteral("/wizling.2"));
+    EXPECT_FALSE(isCentral);
+    EXPECT_EQ(GetCFGFileName(), folder + QStringLiteral("/wiz.cfg"));
+    SetConfigFolder(QStringLiteral("  "));
+    EXPECT_TRUE(ConfigFolder().isEmpty());
+    EXPECT_EQ(GetIniFileName(2, isCentral), central("wizling.2")); // the search again
+    EXPECT_TRUE(isCentral);
+}
+
 TEST_F(LanguageTest, FolderNamedLikeTheMarkerIsNoCentralFolder)
 {
     ASSERT_TRUE(QDir().mkpath(central("wizling.1")));
@@ -98,6 +120,53 @@ TEST_F(LanguageTest, SampleFilesSwitchTheCommonStrings)
     const CommonString *all = commonStrings(&count);
     for (int i = 0; i < count; ++i)
         EXPECT_EQ(*all[i].variable, QString::fromUtf8(all[i].defaultText)) << all[i].key;
+}
+
+// Dialogs speak one language: their titles come from the file and Qt's own buttons from
+// Qt's translation for the file's language; every window hears of the change.
+TEST_F(LanguageTest, DialogTitlesAndQtsOwnTextsFollowTheFile)
+{
+    struct Listener : QObject
+    {
+        int changes = 0;
+        bool eventFilter(QObject *, QEvent *e) override
+        {
+            if (e->type() == QEvent::LanguageChange) ++changes;
+            return false;
+        }
+    } listener;
+    QLabel window(QStringLiteral("a window"));
+    window.installEventFilter(&listener);
+    window.show();
+    const auto yes = [] { return QCoreApplication::translate("QPlatformTheme", "&Yes"); };
+
+    auto english = open(test::sourcePath("data/sample/wizling.2"));
+    ReadCommonStrings(english.get());
+    EXPECT_EQ(DialogCaption(MsgDlgType::Confirmation), "Confirm");
+    EXPECT_EQ(QtTranslationLocale(), "en");
+    EXPECT_EQ(yes(), "&Yes");
+    QTRY_COMPARE(listener.changes, 1);
+
+    ResetCommonStrings(); // as a table does before it reads the next file
+    auto german = open(test::sourcePath("data/sample/wizling.1"));
+    ReadCommonStrings(german.get());
+    EXPECT_EQ(DialogCaption(MsgDlgType::Warning), "Warnung");
+    EXPECT_EQ(QtTranslationLocale(), "de");
+    ASSERT_TRUE(QtTranslationLoaded()) << "Qt's translations missing (qt6-translations-l10n)";
+    EXPECT_EQ(yes(), "&Ja");
+    QTRY_COMPARE(listener.changes, 2); // one for the reset and the new file together
+    QCoreApplication::processEvents();
+    EXPECT_EQ(listener.changes, 2);
+
+    // A language the library knows no locale for: titles German, Qt's texts English.
+    auto other = open(tmp.filePath("wizling.7"), "[ComStr]\ns25=Avanti\n");
+    ReadCommonStrings(other.get());
+    EXPECT_EQ(DialogCaption(MsgDlgType::Error), "Fehler");
+    EXPECT_EQ(yes(), "&Yes");
+    auto named = open(tmp.filePath("wizling.8"), "[Dialog]\nLocale=de\nError=Fehlerchen\n");
+    ReadCommonStrings(named.get());
+    EXPECT_EQ(DialogCaption(MsgDlgType::Error), "Fehlerchen");
+    EXPECT_EQ(yes(), "&Ja");
 }
 
 TEST_F(LanguageTest, FileWithoutComStrGivesTheGermanDefaults)

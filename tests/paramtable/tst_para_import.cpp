@@ -1,6 +1,7 @@
 #include "import_fixture.h"
 
 #include "gendesc.h"
+#include "paramtable/coordinates.h"
 #include "paramtable/para_import.h"
 #include "paramtable/para_import_p.h"
 
@@ -291,6 +292,48 @@ TEST_F(ImportTableIndex, NumberColumnMakesTheSecondKeyANumber)
     EXPECT_EQ(sel.ValueByColName(sel.FindParam("A10", "0"), "Wert"), QStringLiteral("aus"));
     EXPECT_GE(sel.FindParam("A11", ""), 0); // blank number: any number matches
     EXPECT_EQ(sel.FindParam("A10", "7"), -1);
+}
+
+// Parameter numbers run to 1023 and elements to 16383; from 1000 and 10000 on they take
+// one digit more in the sort string, and their rows sort among shorter ones.
+TEST_F(ImportTableIndex, LookupsOverTheWholeCoordinateRange)
+{
+    QStringList koords;
+    for (const int n : {0, 9, 10, 99, 100, 999, 1000, 1009, 1010, 1023})
+        koords << QStringLiteral("A%1").arg(n, 2, 10, QLatin1Char('0'));
+    for (const int e : {0, 1, 999, 1001, 9999, 10000, 10010, 16383})
+        koords << QStringLiteral("B33.%1").arg(e) << QStringLiteral("B1023.%1").arg(e);
+    QByteArray desc = kTitle;
+    QByteArray sel = "Koordinate;Nummer;Wert\n";
+    for (const QString &k : koords) {
+        for (const char *axis : {"1", "2"})
+            desc += "n;" + k.toLatin1() + ";" + axis + ";1\r\n";
+        for (const char *n : {"0", "1", "2"})
+            sel += k.toLatin1() + ";" + n + ";" + k.toLatin1() + "/" + n + "\n";
+    }
+    TImportTable d, s;
+    d.ImportTable(write("range.csv", desc));
+    s.ImportTable(write("rangesel.csv", sel));
+    for (const QString &k : koords) {
+        for (const char *axis : {"1", "2"}) {
+            const int p = d.FindParam(k, axis);
+            ASSERT_GE(p, 0) << k.toStdString() << " axis " << axis;
+            EXPECT_EQ(d.fGetKoord(p), k);
+            EXPECT_EQ(d.fGetAchse(p), QString::fromLatin1(axis));
+            EXPECT_EQ(d.fGetParam(p), GetPurePar(k));
+            EXPECT_EQ(d.fGetElement(p), k.contains('.') ? k.section('.', 1) : QStringLiteral("0"));
+        }
+        // A blank number finds the first entry of the coordinate's list.
+        const int first = s.FindParam(k, QString());
+        ASSERT_GE(first, 0) << k.toStdString();
+        EXPECT_EQ(s.ValueByColName(first, "Wert"), k + "/0");
+        EXPECT_EQ(s.ValueByColName(s.FindParam(k, "2"), "Wert"), k + "/2");
+    }
+    // Rows of A1010 and B33.10000 start like these, but are other parameters.
+    EXPECT_EQ(s.FindParam("A101", QString()), -1);
+    EXPECT_EQ(s.FindParam("B33.1000", QString()), -1);
+    EXPECT_EQ(d.GetArrayElementCount(d.FindParam("B33.0", "1")), 16384);
+    EXPECT_TRUE(messages().isEmpty());
 }
 
 TEST_F(ImportTableIndex, ExportAndCsvStrings)

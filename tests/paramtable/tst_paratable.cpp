@@ -19,11 +19,11 @@
 #include <QTemporaryDir>
 
 #include <atomic>
-#include <functional>
-#include <utility>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <thread>
+#include <utility>
 
 using namespace drivewiz;
 

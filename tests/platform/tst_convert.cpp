@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <random>
+#include <vector>
 
 using namespace drivewiz;
 
@@ -108,4 +111,39 @@ TEST_F(Convert, RoundHalvesToEvenAndSaturates)
     EXPECT_EQ(Round(std::nan("")), 0);
     EXPECT_EQ(Trunc(-2.7), -2);
     EXPECT_EQ(IntToHex(255, 4), "00FF");
+}
+
+// Every finite double comes back from its text, with either separator, and its text is
+// stable: the extremes, the smallest steps and random bit patterns.
+TEST_F(Convert, EveryFiniteDoubleRoundTripsThroughItsText)
+{
+    using L = std::numeric_limits<double>;
+    std::vector<double> values = {L::max(),
+                                  -L::max(),
+                                  L::min(),
+                                  L::denorm_min(),
+                                  -L::denorm_min(),
+                                  1.7976931348623e308,
+                                  9.99999999999999e307,
+                                  0.1,
+                                  1e-320,
+                                  123.456};
+    std::mt19937_64 bits(12345);
+    while (values.size() < 20000) {
+        quint64 b = bits();
+        double v = 0;
+        std::memcpy(&v, &b, sizeof v);
+        if (std::isfinite(v)) values.push_back(v);
+    }
+    for (const QChar sep : {QLatin1Char('.'), QLatin1Char(',')}) {
+        SetDecimalSeparator(sep);
+        for (const double v : values) {
+            const QString text = FloatToStr(v);
+            double back = 0;
+            ASSERT_TRUE(TryStrToFloat(text, back)) << text.toStdString();
+            ASSERT_EQ(FloatToStr(back), text);
+            ASSERT_LE(std::fabs(back - v), std::fabs(v) * 1e-14) << text.toStdString();
+        }
+    }
+    EXPECT_EQ(FloatToStr(L::max()), "1,79769313486231E308");
 }

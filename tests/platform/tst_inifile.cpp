@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QLockFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <thread>
@@ -179,6 +180,43 @@ TEST_F(IniFileTest, NewFilesAreWindows1252WhenEveryCharacterFits)
     EXPECT_EQ(test::readFile(path(QStringLiteral("other.cfg"))), "[S]\nk=\xC3\xA4 \xD0\x96\n");
 }
 
+// Whatever a file looked like, a value written and read back is the text written: a
+// file whose Windows-1252 bytes come to read as UTF-8 is saved as UTF-8.
+TEST_F(IniFileTest, WrittenTextsReadBackUnchanged)
+{
+    auto ini = open("[T]\nA=\xC3\xA4\nB=\xFC\n"); // "Ã¤" and "ü" in Windows-1252
+    EXPECT_EQ(ini->readString("T", "A", ""), "Ã¤");
+    ini->writeString("T", "B", "u"); // its last byte that is no UTF-8 goes
+    ASSERT_TRUE(ini->save());
+    IniFile back(path());
+    ASSERT_TRUE(back.load());
+    EXPECT_EQ(back.readString("T", "A", ""), "Ã¤");
+
+    auto ascii = open("[T]\nx=1\n");
+    ascii->writeString("T", "y", "Ã¤ und Ã¶");
+    ASSERT_TRUE(ascii->save());
+    ASSERT_TRUE(back.load());
+    EXPECT_EQ(back.readString("T", "y", ""), "Ã¤ und Ã¶");
+    EXPECT_EQ(back.readString("T", "x", ""), "1");
+    ascii->writeString("T", "z", "\xE4"); // plain Windows-1252 again
+    ASSERT_TRUE(ascii->save());
+    ASSERT_TRUE(back.load());
+    EXPECT_EQ(back.readString("T", "y", ""), "Ã¤ und Ã¶");
+}
+
+// A bare CR ends a line for every reader, and a byte order mark where two files were put
+// together belongs to no name.
+TEST_F(IniFileTest, BareCarriageReturnsAndByteOrderMarksInside)
+{
+    auto ini = open("[A]\rjunk\rk=v\n\xEF\xBB\xBF[B]\n\xEF\xBB\xBFx=2\n");
+    EXPECT_EQ(ini->readString("A", "k", ""), "v");
+    EXPECT_EQ(ini->sections(), QStringList({"A", "B"}));
+    EXPECT_EQ(ini->readString("B", "x", ""), "2");
+    ini->writeString("A", "n", "1");
+    ASSERT_TRUE(ini->save());
+    EXPECT_EQ(onDisk(), "[A]\n\n;junk\nk=v\nn=1\n\n[B]\nx=2\n");
+}
+
 TEST_F(IniFileTest, MalformedLinesAreReadAroundAndKeptAsComments)
 {
     auto ini = open("[A]\nnoequals\n[broken\n=novalue\nk=v\n[B]\nx=1\n");
@@ -270,6 +308,32 @@ TEST_F(IniFileTest, TwoWritersKeepEachOthersChanges)
     EXPECT_EQ(result.keys("WizardB").size(), rounds);
     EXPECT_EQ(result.readInteger("Common", "v", -1), rounds - 1);
     EXPECT_TRUE(test::readFile(path()).startsWith("; shared\n[Common]\n"));
+    EXPECT_FALSE(QFile::exists(path() + QStringLiteral(".lock")));
+}
+
+// Two wizards in two programs save wiz.cfg at the same time: nothing is lost.
+TEST_F(IniFileTest, TwoProgramsSavingAtOnceKeepEachOthersChanges)
+{
+    open("; shared\n[Common]\nv=0\n");
+    constexpr int rounds = 30;
+    QProcess a, b;
+    for (QProcess *p : {&a, &b})
+        p->setProcessChannelMode(QProcess::ForwardedChannels);
+    a.start(QStringLiteral(INIFILE_WRITER),
+            {path(), QStringLiteral("WizardA"), QString::number(rounds)});
+    b.start(QStringLiteral(INIFILE_WRITER),
+            {path(), QStringLiteral("WizardB"), QString::number(rounds)});
+    for (QProcess *p : {&a, &b}) {
+        ASSERT_TRUE(p->waitForFinished(60000));
+        EXPECT_EQ(p->exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(p->exitCode(), 0);
+    }
+    IniFile result(path());
+    ASSERT_TRUE(result.load());
+    EXPECT_EQ(result.keys("WizardA").size(), rounds);
+    EXPECT_EQ(result.keys("WizardB").size(), rounds);
+    EXPECT_EQ(result.readInteger("Common", "v", -1), rounds - 1);
+    EXPECT_TRUE(onDisk().startsWith("; shared\n[Common]\n"));
     EXPECT_FALSE(QFile::exists(path() + QStringLiteral(".lock")));
 }
 

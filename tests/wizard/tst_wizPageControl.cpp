@@ -8,6 +8,7 @@
 #include "platform/screen.h"
 
 #include <QDialog>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTimer>
 
@@ -77,6 +78,25 @@ TEST_F(Navigation, FirstShownPageStartsAndOnlyPageZeroHasNoBack)
     EXPECT_TRUE(back->isVisible());
     pc->MoveTo(page(0)); // the host may show a hidden page
     EXPECT_FALSE(back->isVisible());
+}
+
+TEST_F(Navigation, PageChangesAndSavingAreSignalled)
+{
+    QSignalSpy pages(pc, &TwizPageControl::pageChanged);
+    QSignalSpy saving(pc, &TwizPageControl::beforeSave);
+    int onChange = 0;
+    pc->OnChange = [&](QObject *) { ++onChange; };
+    pc->BtnMoveNextClick();
+    pc->setCurrentIndex(2); // from outside, as a host may do
+    ASSERT_EQ(pages.size(), 2);
+    EXPECT_EQ(pages.at(0).at(0).toInt(), 1);
+    EXPECT_EQ(pages.at(1).at(0).toInt(), 2);
+    EXPECT_EQ(onChange, 2);
+    bool busy = false;
+    QObject::connect(pc, &TwizPageControl::beforeSave, pc, [&] { busy = table->Busy(); });
+    pc->SaveAndClose();
+    EXPECT_EQ(saving.size(), 1);
+    EXPECT_TRUE(busy);
 }
 
 TEST_F(Navigation, TreeListsShownPagesAndMovesThePages)

@@ -6,6 +6,10 @@
 #include "HostSession.h"
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
+#include "platform/dialogs.h"
+#include "widgets/wizEdit.h"
+#include "widgets/wizEdit.h"
+#include "wizard/wizPageControl.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +18,11 @@
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QDialog>
+#include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
+#include <QTest>
 
 using namespace drivewiz;
 using namespace drivewiz::wizhost;
@@ -27,6 +34,11 @@ class Session : public testing::Test
 protected:
     void SetUp() override
     {
+        // The wizards' language files, and the wiz.cfg they write, in a folder of the test.
+        for (const char *name : {"wizling.1", "wizling.2"})
+            QFile::copy(test::sourcePath(QStringLiteral("data/sample/") + QLatin1String(name)),
+                        dir.filePath(QLatin1String(name)));
+        SetConfigFolder(dir.path());
         options.dataDir = test::sourcePath(QStringLiteral("data/sample"));
         options.formsDir = test::sourcePath(QStringLiteral("apps/wizhost/forms"));
         options.logFile = dir.filePath(QStringLiteral("host.log"));
@@ -36,7 +48,12 @@ protected:
         QObject::connect(session.get(), &HostSession::logLine,
                          [this](const QString &line) { lines << line; });
     }
-    void TearDown() override { session.reset(); }
+    void TearDown() override
+    {
+        session.reset();
+        SetConfigFolder(QString());
+        ResetCommonStrings();
+    }
 
     QDialog *open(Wizard which = Wizard::Setup)
     {
@@ -74,11 +91,52 @@ TEST_F(Session, ModeSwitchReachesTheOpenWizard)
     ASSERT_NE(open(), nullptr);
     EXPECT_EQ(table()->Online(), omOffline);
     session->setOnlineMode(DWZ_ONLINE);
-    settle();
-    EXPECT_EQ(table()->Online(), omOnline);
-    EXPECT_FALSE(session->drive().subscriptions().empty());
+    QTRY_COMPARE(table()->Online(), omOnline);
+    QTRY_VERIFY(!session->drive().subscriptions().empty()); // two messages on, under load
     session->closeWizard();
     EXPECT_TRUE(session->drive().subscriptions().empty());
+}
+
+// Every text of an open wizard follows a switch of the host's language, and the host's
+// notes follow too.
+TEST_F(Session, LanguageSwitchReachesEveryTextOfTheOpenWizard)
+{
+    QDialog *form = open();
+    ASSERT_NE(form, nullptr);
+    auto *pages = form->findChild<TwizPageControl *>(QStringLiteral("PageControl"));
+    ASSERT_NE(pages, nullptr);
+    const auto texts = [&] {
+        pages->MoveTo(pages->widget(1));
+        return QStringList{
+            form->windowTitle(),
+            form->findChild<QAbstractButton *>(GetBtnNextName(1))->text(),
+            form->findChild<QAbstractButton *>(QStringLiteral("BtnBack"))->text(),
+            pages->BtnCancel()->text(),
+            pages->SearchButton()->text(),
+            pages->widget(0)->findChild<QLabel *>(GetLblTabSheetCaptionName(0))->text(),
+            pages->wizTreeView()->topLevelItem(0)->text(0),
+            control("P_A80")->paraNameLabel()->toolTip().section(QLatin1Char('\n'), 0, 0),
+            DialogCaption(MsgDlgType::Confirmation)};
+    };
+    const QStringList german = texts();
+    EXPECT_EQ(german, QStringList({QStringLiteral("Inbetriebnahme-Assistent"), "Weiter",
+                                   QStringLiteral("< Zurück"), "Abbrechen", "Suchen",
+                                   "Allgemein", "Allgemein", "Klick zur Parameterbeschreibung",
+                                   QStringLiteral("Bestätigen")}));
+    session->setLanguage(2);
+    settle();
+    EXPECT_EQ(texts(), QStringList({"Drive set-up wizard", "Next", "< Back", "Cancel", "Search",
+                                    "General", "General", "Click for the parameter description",
+                                    "Confirm"}));
+    session->setOnlineMode(DWZ_READBACK);
+    settle();
+    EXPECT_EQ(pages->OnlinePanel()->text(), QStringLiteral("Read-back documentation"));
+    EXPECT_TRUE(lines.contains(QStringLiteral("# mode: Read-back"))) << lines.join(QLatin1Char('|')).toStdString();
+    session->setLanguage(1);
+    settle();
+    EXPECT_EQ(texts(), german);
+    EXPECT_EQ(pages->OnlinePanel()->text(), QStringLiteral("Rückdokumentation"));
+    EXPECT_TRUE(lines.contains(QStringLiteral("# Sprache: 1")));
 }
 
 TEST_F(Session, SettingsAreRememberedForTheNextWizard)
@@ -126,7 +184,7 @@ TEST_F(Session, SavedValuesReachTheLogFile)
     EXPECT_TRUE(lines.contains(QStringLiteral("A80 (1) = 1")));
     const QByteArray file = test::readFile(options.logFile);
     EXPECT_TRUE(file.contains("A80 (1) = 1\n"));
-    EXPECT_TRUE(file.contains("# wizard closed with OK\n"));
+    EXPECT_TRUE(file.contains("# Assistent mit OK geschlossen\n")); // the interface's language
 }
 
 TEST_F(Session, EnabledDriveRefusesWhatTheUserTypes)
@@ -153,7 +211,7 @@ TEST_F(Session, MissingFormIsLoggedNotShown)
     QString error;
     ASSERT_TRUE(session->start(error));
     EXPECT_EQ(session->createWizard(Wizard::Setup), nullptr);
-    EXPECT_TRUE(test::readFile(options.logFile).contains("# cannot open the wizard:"));
+    EXPECT_TRUE(test::readFile(options.logFile).contains("# Assistent lässt sich nicht öffnen:"));
 }
 
 } // namespace
