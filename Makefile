@@ -8,7 +8,7 @@ GENERATOR   := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
 LAUNCHER    := $(shell command -v ccache >/dev/null 2>&1 && \
                  echo "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache")
 
-.PHONY: all deps test bench demo format clean
+.PHONY: all deps test fuzz bench demo format clean
 
 all: test
 
@@ -20,6 +20,13 @@ test: deps
 		-DDRIVEWIZ_SANITIZE=ON -DDRIVEWIZ_TESTS=ON -DDRIVEWIZ_BENCH=OFF >/dev/null
 	@cmake --build $(BUILD)/test -j$(JOBS)
 	@cd $(BUILD)/test && ctest --output-on-failure -j$(JOBS) --timeout 600
+	@JOBS=$(JOBS) ./scripts/fuzz.sh smoke $(BUILD)/fuzz
+
+# Every fuzz target for FUZZ_TIME seconds (clang); the corpus grows in $(BUILD)/fuzz/corpus,
+# failing inputs are kept in $(BUILD)/fuzz/findings.
+FUZZ_TIME   ?= 300
+fuzz: deps
+	@JOBS=$(JOBS) ./scripts/fuzz.sh run $(BUILD)/fuzz $(FUZZ_TIME)
 
 bench: deps
 	@cmake -S . -B $(BUILD)/release $(GENERATOR) $(LAUNCHER) -DCMAKE_BUILD_TYPE=Release \

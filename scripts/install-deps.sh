@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ make cmake pkg-config ninja-build
-  qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-tools-dev qt6-tools-dev-tools qt6-svg-dev
+  qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-tools-dev qt6-tools-dev-tools designer-qt6 qt6-svg-dev
   qt6-translations-l10n
   libqt6svg6 libgl-dev libxkbcommon-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
@@ -13,6 +13,7 @@ packages=(
   fontconfig fonts-dejavu-core
   xvfb xdotool x11-utils
   python3
+  clang libclang-rt-dev
 )
 
 missing=()

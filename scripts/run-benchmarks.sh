@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs every benchmark executable of a release build with repetitions, merges their
 # Google Benchmark JSON into <out>/results.json and prints the ratios listed in
-# bench/ratios.txt and bench/*.ratios, computed from the medians, with their bounds.
+# bench/ratios.txt and bench/*.ratios, computed from the medians, with their bounds. A
+# benchmark and its baseline must be in the same program.
 #
 # Environment: DRIVEWIZ_BENCH_REPETITIONS (default 5), DRIVEWIZ_BENCH_FILTER (a regular
 # expression for --benchmark_filter), DRIVEWIZ_BENCH_STRICT=1 (exit 1 when a bound is
@@ -27,8 +28,10 @@ parts=()
 for b in "${benches[@]}"; do
   name=$(basename "$b")
   echo "== $name"
+  # Repetitions of a program's benchmarks run interleaved in random order, so that a
+  # benchmark and its baseline meet the same load on a shared machine.
   "$b" --benchmark_repetitions="$reps" --benchmark_display_aggregates_only=true \
-    --benchmark_filter="$filter" \
+    --benchmark_enable_random_interleaving=true --benchmark_filter="$filter" \
     --benchmark_out="$out/$name.json" --benchmark_out_format=json
   parts+=("$out/$name.json")
 done

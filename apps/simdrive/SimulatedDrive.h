@@ -64,8 +64,13 @@ enum class Hostility {
 /// - I330, I331 (setpoint displays) and E10, E11, E74 (analog input levels, V): sines
 ///   with half the row's larger limit as amplitude (10 without limits), periods of 8 s
 ///   plus 2 s per channel, axis 2 a quarter period ahead, with the row's decimals.
-/// - A300-A304 (input levels, selection LOW/HIGH): toggle every 700, 1100, 1300, 1700
-///   and 1900 ms; axis 2 half a period later.
+/// - Terminals BE1 to BE13 switch every 700, 1100, 1300, 1700, 1900, 2300, 2900, 3100,
+///   3700, 4100, 4300, 4700 and 5300 ms; BE6 to BE13 only with the option board (a KBQ in
+///   E58, or on a ZRD drive a KBW in E54), else they stay low. E12 shows them in binary.
+/// - A300-A304, F300, A305-A308 (function states, selection LOW/HIGH) follow their
+///   sources A60-A64, F100, A65-A68 on the same axis: 0 low, 1 high, 2 the function's bit
+///   of the control word A180 (bits 0-4, 6, 7-10), 2k + 1 terminal BEk, 2k + 2 BEk
+///   inverted.
 /// Selection values are written as the drive's table writes them: "key: text".
 class SimulatedDrive
 {

@@ -12,7 +12,23 @@ namespace {
 
 constexpr int kMinCycleMs = 20;
 constexpr double kPi = 3.14159265358979323846;
-constexpr qint64 kInputPeriodsMs[] = {700, 1100, 1300, 1700, 1900};
+// Terminals BE1 to BE13 switch with these periods; BE6 to BE13 sit on the option board.
+constexpr qint64 kTerminalPeriodsMs[] = {700,  1100, 1300, 1700, 1900, 2300, 2900,
+                                         3100, 3700, 4100, 4300, 4700, 5300};
+constexpr int kTerminals = 13;
+
+// A drive function's state follows its source parameter (fixed level, bit of the control
+// word A180, or a terminal, plain or inverted).
+struct InputFunction
+{
+    const char *source;
+    int busBit;
+};
+
+constexpr InputFunction kFunctions[] = {
+    {"A60", 0}, {"A61", 1}, {"A62", 2}, {"A63", 3},  {"A64", 4},
+    {"F100", 6}, {"A65", 7}, {"A66", 8}, {"A67", 9}, {"A68", 10},
+};
 
 struct LiveEntry
 {
@@ -27,7 +43,10 @@ constexpr LiveEntry kLiveTable[] = {
     {"E11", LiveKind::Analog, 3},      {"E74", LiveKind::Analog, 4},
     {"A300", LiveKind::InputLevel, 0}, {"A301", LiveKind::InputLevel, 1},
     {"A302", LiveKind::InputLevel, 2}, {"A303", LiveKind::InputLevel, 3},
-    {"A304", LiveKind::InputLevel, 4},
+    {"A304", LiveKind::InputLevel, 4}, {"F300", LiveKind::InputLevel, 5},
+    {"A305", LiveKind::InputLevel, 6}, {"A306", LiveKind::InputLevel, 7},
+    {"A307", LiveKind::InputLevel, 8}, {"A308", LiveKind::InputLevel, 9},
+    {"E12", LiveKind::Terminals, 0},
 };
 
 QString selectionValue(const SimCatalogue &cat, const SimParam &p, int key)
@@ -69,11 +88,56 @@ QString analogValue(const SimCatalogue &cat, const SimParam &p, qint64 now)
     return QString::number(v, 'f', places);
 }
 
-int inputLevel(const SimParam &p, qint64 now)
+const SimParam *paramOf(const SimCatalogue &cat, const char *koordinate, int axis)
 {
-    const qint64 period = kInputPeriodsMs[std::clamp(p.channel, 0, 4)];
-    const qint64 shift = p.axis == 2 ? period / 2 : 0;
-    return int(((now + shift) / period) % 2);
+    const auto it = cat.params.find(koordinateAddress(QLatin1String(koordinate), axis));
+    return it == cat.params.end() ? nullptr : &it->second;
+}
+
+QString valueOf(const SimCatalogue &cat, const char *koordinate, int axis)
+{
+    const SimParam *p = paramOf(cat, koordinate, axis);
+    if (!p) p = paramOf(cat, koordinate, 0); // a drive-wide parameter
+    return p ? p->value.trimmed().toUpper() : QString();
+}
+
+// The option board's terminals exist with a KBQ board in the lower slot, or on a ZRD
+// drive with a KBW board in the upper one.
+bool optionTerminals(const SimCatalogue &cat)
+{
+    if (valueOf(cat, "E50", 0).contains(QLatin1String("ZRD")))
+        return valueOf(cat, "E54", 0).contains(QLatin1String("KBW"));
+    return valueOf(cat, "E58", 0).contains(QLatin1String("KBQ"));
+}
+
+int terminalLevel(const SimCatalogue &cat, int k, qint64 now)
+{
+    if (k < 1 || k > kTerminals || (k > 5 && !optionTerminals(cat))) return 0;
+    return int((now / kTerminalPeriodsMs[k - 1]) % 2);
+}
+
+int inputLevel(const SimCatalogue &cat, const SimParam &p, qint64 now)
+{
+    const InputFunction &f = kFunctions[std::clamp(p.channel, 0, int(std::size(kFunctions)) - 1)];
+    bool ok = false;
+    const int key = valueOf(cat, f.source, p.axis).section(QLatin1Char(':'), 0, 0).toInt(&ok);
+    if (!ok || key <= 0) return 0;
+    if (key == 1) return 1;
+    if (key == 2) {
+        const QString word = valueOf(cat, "A180", p.axis).remove(QStringLiteral("BIN"));
+        const quint32 bits = word.toUInt(nullptr, 2);
+        return int((bits >> f.busBit) & 1u);
+    }
+    return terminalLevel(cat, (key - 1) / 2, now) ^ (key % 2 == 0 ? 1 : 0);
+}
+
+QString terminals(const SimCatalogue &cat, qint64 now)
+{
+    quint32 bits = 0;
+    for (int k = 1; k <= kTerminals; ++k)
+        bits |= quint32(terminalLevel(cat, k, now)) << (k - 1);
+    return QString::number(bits, 2).rightJustified(kTerminals, QLatin1Char('0')) +
+           QStringLiteral("bin");
 }
 
 } // namespace
@@ -99,7 +163,9 @@ QString liveValue(const SimCatalogue &cat, const SimParam &p, qint64 now, bool e
     case LiveKind::Analog:
         return analogValue(cat, p, now);
     case LiveKind::InputLevel:
-        return selectionValue(cat, p, inputLevel(p, now));
+        return selectionValue(cat, p, inputLevel(cat, p, now));
+    case LiveKind::Terminals:
+        return terminals(cat, now);
     case LiveKind::None:
         break;
     }

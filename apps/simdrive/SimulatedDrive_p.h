@@ -18,7 +18,7 @@
 namespace drivewiz::sim {
 
 /// Values that move by themselves.
-enum class LiveKind { None, DriveState, Analog, InputLevel };
+enum class LiveKind { None, DriveState, Analog, InputLevel, Terminals };
 
 /// One parameter (one row of the description file).
 struct SimParam

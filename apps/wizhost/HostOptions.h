@@ -22,7 +22,7 @@ struct HostOptions
     QString dataDir;  ///< Parameter.csv, Auswahlen.csv, wizling.<n>
     QString formsDir; ///< DriveSetup.ui
     QString logFile;  ///< every log line is appended here too
-    QString open;     ///< "setup" or "overview": opened once the window shows
+    QString open;     ///< "setup", "overview" or "inputs": opened once the window shows
     QString tourDir;  ///< run the scripted tour and write its pictures here
     int language = 1;
 };

@@ -169,6 +169,8 @@ QString HostSession::formFile(Wizard which)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
     if (which == Wizard::Tables)
         return QDir(m_options.formsDir).filePath(QStringLiteral("Tables.ui"));
+    if (which == Wizard::Inputs)
+        return QDir(m_options.formsDir).filePath(QStringLiteral("Inputs.ui"));
     if (which != Wizard::Overview) return QString();
     const QString path = m_tempDir.filePath(QStringLiteral("ParameterOverview.ui"));
     QString error;
@@ -184,10 +186,13 @@ dwz_form *HostSession::createWizard(Wizard which)
     if (m_open) return nullptr;
     const QString ui = formFile(which);
     if (ui.isEmpty()) return nullptr;
-    // Descriptions come from the file; values, writes, help and pushes from the drive.
+    // Descriptions come from the file; values, writes and pushes from the drive.
     dwz_callbacks cb = sim::SimulatedDrive::callbacks();
     cb.get_para_info = nullptr;
     cb.get_auswahl_info = nullptr;
+    // The drive's help says in German what the library's own help lines say in the
+    // wizard's language (range, unit, default): the help view shows those alone.
+    cb.get_help_text = nullptr;
     dwz_form *form = dwz_form_create(ui.toUtf8().constData(), &cb, uint32_t(which), m_level,
                                      m_language, m_mode, descriptionFile().toUtf8().constData());
     if (!form) {

@@ -1,5 +1,6 @@
 #include "HostWindow.h"
 
+#include "HardwareChooser.h"
 #include "TablesDemo.h"
 
 #include "lang/wizSprache.h"
@@ -98,6 +99,8 @@ QWidget *HostWindow::buildControls()
     form->addRow(named(new QLabel(QStringLiteral("User level"), box), "LblUserLevel"), m_level);
     form->addRow(named(new QLabel(QStringLiteral("Language"), box), "LblLanguage"), m_language);
     v->addLayout(form);
+    m_hardware = new HardwareChooser(m_session, box);
+    v->addWidget(m_hardware);
     v->addStretch(1);
     return box;
 }
@@ -176,6 +179,7 @@ void HostWindow::translate()
     m_menuFile->setTitle(m_session.caption(QStringLiteral("cMenuFile"), m_menuFile->title()));
     m_menuHelp->setTitle(m_session.caption(QStringLiteral("cMenuHelp"), m_menuHelp->title()));
     m_quit->setText(m_session.caption(QStringLiteral("cMenuQuit"), m_quit->text()));
+    m_hardware->translate();
     showSettings();
 }
 

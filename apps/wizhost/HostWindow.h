@@ -19,6 +19,8 @@ namespace drivewiz::wizhost {
 /// The demo host's main window: buttons that open the two wizards, switches for the
 /// online mode, the drive's enable, the user level and the language, and the log of what
 /// the host wrote to the drive. Captions come from section "Demo" of the language file.
+class HardwareChooser;
+
 class HostWindow : public QMainWindow
 {
     Q_OBJECT
@@ -40,6 +42,7 @@ private:
     HostSession &m_session;
     QList<QPushButton *> m_wizardButtons; // one per wizard of the catalog, in its order
     QPushButton *m_btnMeasurement = nullptr;
+    HardwareChooser *m_hardware = nullptr;
     QRadioButton *m_btnOffline = nullptr;
     QRadioButton *m_btnOnline = nullptr;
     QRadioButton *m_btnReadBack = nullptr;

@@ -85,6 +85,7 @@ int Tour::run()
         sayMessages();
     });
     tourMeasurement();
+    walkInputs();
     m_session.setOnlineMode(DWZ_OFFLINE);
     settle(200);
     shoot(&m_window, QStringLiteral("99-host-log"));

@@ -50,6 +50,14 @@ private:
     void overviewOnline(QWidget *form, QWidget *page);
     void tourMeasurement();
 
+    // The Inputs wizard (Tour_inputs.cpp).
+    void walkInputs();
+    void inputsOffline(QWidget *form, QWidget *page);
+    void inputsOnline(QWidget *form, QWidget *page);
+    void chooseSource(QWidget *form, const QString &input, int key);
+    void tickBit(QWidget *form, const QString &bar, int bit);
+    void chooseHardware(int family, int board);
+
     HostSession &m_session;
     HostWindow &m_window;
     QString m_outDir;

@@ -11,6 +11,8 @@ const QList<WizardInfo> &wizardCatalog()
          QStringLiteral("Parameter overview")},
         {Wizard::Tables, QStringLiteral("tables"), QStringLiteral("cBtnTables"),
          QStringLiteral("Tables")},
+        {Wizard::Inputs, QStringLiteral("inputs"), QStringLiteral("cBtnInputs"),
+         QStringLiteral("Inputs")},
     };
     return catalog;
 }

@@ -2,12 +2,46 @@
 
 #include "drivewiz/host_api.h"
 
+#include "host/host_api_p.h"
+
 #include "lang/wizDLLDefs.h"
 #include "lang/wizSprache.h"
 #include "platform/messages.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <QList>
+#include <QPointer>
+
+#include <utility>
+
+namespace drivewiz::hostapi {
+
+namespace {
+
+QList<QPointer<QObject>> &pending()
+{
+    static thread_local QList<QPointer<QObject>> objects;
+    return objects;
+}
+
+} // namespace
+
+void freeWhenDone(QObject *object)
+{
+    pending() << object;
+    object->deleteLater();
+}
+
+void freeFinished()
+{
+    if (HostCallScope::depth() > 0) return;
+    const QList<QPointer<QObject>> objects = std::exchange(pending(), {});
+    for (const QPointer<QObject> &o : objects)
+        delete o.data();
+}
+
+} // namespace drivewiz::hostapi
 
 extern "C" {
 
@@ -42,8 +76,7 @@ void dwz_process_events(int milliseconds)
     } while (!deadline.hasExpired());
     // Forms and tables the host freed while the library used them go now, unless this
     // runs inside a callback (then the library may still be using them).
-    if (drivewiz::HostCallScope::depth() == 0)
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    drivewiz::hostapi::freeFinished();
 }
 
 } // extern "C"

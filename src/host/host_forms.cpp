@@ -2,6 +2,7 @@
 
 #include "drivewiz/host_api.h"
 
+#include "host/host_api_p.h"
 #include "host/wizFormLoader.h"
 #include "lang/wizDLLDefs.h"
 #include "lang/wizSprache.h"
@@ -259,7 +260,7 @@ void dwz_form_destroy(dwz_form *form)
         if (form->table) form->table->DetachHost();
         if (form->dialog) {
             form->dialog->hide();
-            form->dialog->deleteLater();
+            drivewiz::hostapi::freeWhenDone(form->dialog);
         }
     } else {
         if (form->table) form->table->ClearUpdateList();

@@ -2,6 +2,7 @@
 
 #include "drivewiz/host_api.h"
 
+#include "host/host_api_p.h"
 #include "lang/wizDLLDefs.h"
 #include "paramtable/ParaTable.h"
 #include "util/Divers.h"
@@ -45,7 +46,7 @@ void dwz_table_destroy(dwz_table *table)
     if (!table) return;
     if (drivewiz::HostCallScope::depth() > 0) {
         cast(table)->DetachHost();
-        cast(table)->deleteLater();
+        drivewiz::hostapi::freeWhenDone(cast(table));
         return;
     }
     delete cast(table);

@@ -1,8 +1,8 @@
 #include "host/wizFormLoader.h"
 
 #include "ioframes/AE.h"
-#include "ioframes/AnalogAusgang.h"
 #include "ioframes/AllInputViewer.h"
+#include "ioframes/AnalogAusgang.h"
 #include "ioframes/BE.h"
 #include "ioframes/BitLeiste.h"
 #include "ioframes/DigitalAusgang.h"
@@ -69,22 +69,6 @@ const std::map<QString, Factory> &factories()
     return map;
 }
 
-// Start-up order: tables before the controls that look values up in them, controls
-// before the page controls, trees and frames that arrange them (page controls and trees
-// find each other in either order). Of the input frames, bit bars come first (inputs show
-// their rows), then frames that hold inputs, then the inputs, then the overview of them.
-int startupRank(QWidget *w)
-{
-    if (qobject_cast<TParaTable *>(w)) return 0;
-    if (qobject_cast<TParaClass *>(w)) return 1;
-    if (qobject_cast<TAnalogEin *>(w) || qobject_cast<TSystemBEsFrame *>(w) ||
-        qobject_cast<TQuellSelektorIntro *>(w))
-        return 3;
-    if (qobject_cast<TInput *>(w)) return 4;
-    if (qobject_cast<TAllInputViewer *>(w)) return 5;
-    return 2;
-}
-
 } // namespace
 
 TwizFormLoader::TwizFormLoader(QObject *parent) : QUiLoader(parent) {}
@@ -95,6 +79,22 @@ QStringList TwizFormLoader::libraryClasses()
     for (const auto &entry : factories())
         names << entry.first;
     return names;
+}
+
+// Start-up order: tables before the controls that look values up in them, controls
+// before the page controls, trees and frames that arrange them (page controls and trees
+// find each other in either order). Of the input frames, bit bars come first (inputs show
+// their rows), then frames that hold inputs, then the inputs, then the overview of them.
+int TwizFormLoader::StartupRank(const QWidget *w)
+{
+    if (qobject_cast<const TParaTable *>(w)) return 0;
+    if (qobject_cast<const TParaClass *>(w)) return 1;
+    if (qobject_cast<const TAnalogEin *>(w) || qobject_cast<const TSystemBEsFrame *>(w) ||
+        qobject_cast<const TQuellSelektorIntro *>(w))
+        return 3;
+    if (qobject_cast<const TInput *>(w)) return 4;
+    if (qobject_cast<const TAllInputViewer *>(w)) return 5;
+    return 2;
 }
 
 QWidget *TwizFormLoader::createWidget(const QString &className, QWidget *parent,
@@ -128,7 +128,7 @@ void TwizFormLoader::CallLoaded(QWidget *form)
     QList<QWidget *> widgets = form->findChildren<QWidget *>();
     widgets.prepend(form);
     std::stable_sort(widgets.begin(), widgets.end(),
-                     [](QWidget *a, QWidget *b) { return startupRank(a) < startupRank(b); });
+                     [](QWidget *a, QWidget *b) { return StartupRank(a) < StartupRank(b); });
     // A component's Loaded() may delete widgets further down the list (rebuilt inputs,
     // page buttons), so each is checked before its turn.
     const QList<QPointer<QWidget>> guarded(widgets.begin(), widgets.end());

@@ -31,6 +31,8 @@ public:
     /// Calls Loaded() on every component of a form in start-up order. Forms built by uic
     /// call it after setupUi() (inside a FormLoadScope).
     static void CallLoaded(QWidget *form);
+    /// A widget's place in the start-up order: lower ranks start first.
+    static int StartupRank(const QWidget *widget);
 };
 
 } // namespace drivewiz

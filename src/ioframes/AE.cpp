@@ -77,6 +77,11 @@ void TAnalogEin::SetwizAE(int n)
     if (ioframes::atRunTime(*this)) setVisible(n != 0);
 }
 
+TParaTable *TAnalogEin::wizParaSource() const
+{
+    return m_table;
+}
+
 void TAnalogEin::SetwizParaSource(TParaTable *table)
 {
     m_table = table;
@@ -189,9 +194,14 @@ void TAnalogEin::FocusFirstField()
 
 void TAnalogEin::UpdateLanguage()
 {
-    if (m_table && m_table->LanguageFile())
-        ReadControls(m_table->LanguageFile(), m_table->Language(), QStringLiteral("TAnalogEin"),
-                     this);
+    if (!m_table) return;
+    QList<QWidget *> labels;
+    for (int n = 1; n <= kPages; ++n) {
+        for (QObject *child : Page(n)->children()) {
+            if (auto *label = qobject_cast<QLabel *>(child)) labels << label;
+        }
+    }
+    ioframes::translateParts(m_table->LanguageFile(), QStringLiteral("TAnalogEin"), labels);
 }
 
 bool TAnalogEin::eventFilter(QObject *watched, QEvent *event)

@@ -45,7 +45,7 @@ public:
     /// Which input is shown: 1 to 3 an input, 4 the fieldbus value; 0 hides the frame.
     int wizAE() const { return m_ae; }
     void SetwizAE(int n);
-    TParaTable *wizParaSource() const { return m_table; }
+    TParaTable *wizParaSource() const;
     /// Passes the table to every parameter control inside that has none yet.
     void SetwizParaSource(TParaTable *table);
     QString wizParaSourceName() const;

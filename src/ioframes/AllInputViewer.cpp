@@ -9,6 +9,7 @@
 #include "paramtable/ParaTable.h"
 #include "util/Divers.h"
 
+#include <QPair>
 #include <QSet>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -54,6 +55,11 @@ TAllInputViewer::TAllInputViewer(QWidget *parent) : QTextEdit(parent)
 
 TAllInputViewer::~TAllInputViewer() = default;
 
+TParaTable *TAllInputViewer::wizParaSource() const
+{
+    return m_table;
+}
+
 void TAllInputViewer::SetwizParaSource(TParaTable *table)
 {
     m_table = table;
@@ -88,7 +94,8 @@ void TAllInputViewer::collect()
             auto *c = qobject_cast<TParaClass *>(child);
             if (!c || !c->GetEditControl()) continue;
             const QString text = c->GetText();
-            const QString word = LExtractWord(2, text, TCharSet(" :"), ewMultipleDelim).trimmed();
+            static const TCharSet delims(" :");
+            const QString word = LExtractWord(2, text, delims, ewMultipleDelim).trimmed();
             const int index = c->GetAuswahl();
             const int be = index >= 3 ? inputNumber(word, QLatin1String("BE")) : 0;
             const int ae = index >= 1 ? inputNumber(word, QLatin1String("AE")) : 0;
@@ -115,26 +122,33 @@ void TAllInputViewer::collect()
     }
 }
 
+// The text goes in at once and the headings are made bold afterwards: a view lays out
+// its text after every insertion.
 void TAllInputViewer::write()
 {
-    QTextDocument *doc = document();
-    doc->clear();
-    QTextCursor cursor(doc);
-    QTextCharFormat plain;
-    QTextCharFormat heading;
-    heading.setFontWeight(QFont::Bold);
+    QString text;
+    QList<QPair<int, int>> headings;
     const auto block = [&](const QString &title, const QString &none, const QString &kind,
                            const QMap<int, QString> &uses) {
-        cursor.insertText(title, heading);
-        if (uses.isEmpty()) cursor.insertText(QLatin1Char('\n') + none, plain);
+        headings.append({int(text.size()), int(title.size())});
+        text += title;
+        if (uses.isEmpty()) text += QLatin1Char('\n') + none;
         for (auto it = uses.cbegin(); it != uses.cend(); ++it)
-            cursor.insertText(QLatin1Char('\n') + kind + QString::number(it.key()) +
-                                  QStringLiteral(": \t") + it.value(),
-                              plain);
+            text += QLatin1Char('\n') + kind + QString::number(it.key()) + QStringLiteral(": \t") +
+                    it.value();
     };
     block(m_texts.at(0), m_texts.at(1), QStringLiteral("BE "), m_binary);
-    cursor.insertText(QStringLiteral("\n\n"), plain);
+    text += QStringLiteral("\n\n");
     block(m_texts.at(2), m_texts.at(3), QStringLiteral("AE "), m_analog);
+    document()->setPlainText(text);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    for (const auto &[from, length] : std::as_const(headings)) {
+        QTextCursor cursor(document());
+        cursor.setPosition(from);
+        cursor.setPosition(from + length, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(bold);
+    }
 }
 
 void TAllInputViewer::MyUpdate()

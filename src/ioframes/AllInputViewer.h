@@ -27,7 +27,7 @@ public:
     explicit TAllInputViewer(QWidget *parent = nullptr);
     ~TAllInputViewer() override;
 
-    TParaTable *wizParaSource() const { return m_table; }
+    TParaTable *wizParaSource() const;
     void SetwizParaSource(TParaTable *table);
     QString wizParaSourceName() const;
     void SetwizParaSourceName(const QString &objectName);

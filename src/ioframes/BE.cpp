@@ -41,7 +41,9 @@ void bringIntoView(QWidget *w)
     for (QWidget *page = w; page; page = page->parentWidget()) {
         auto *stack = qobject_cast<QStackedWidget *>(page->parentWidget());
         auto *tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
-        if (!tabs) continue;
+        // A page in view stays as it is: moving a wizard to its page again would read its
+        // values afresh and drop what the user has changed there.
+        if (!tabs || tabs->currentWidget() == page) continue;
         if (auto *wizard = qobject_cast<TwizPageControl *>(tabs))
             wizard->MoveTo(page);
         else
@@ -261,6 +263,9 @@ void TInput::hookSourceCombo()
     if (!combo || combo == m_hookedCombo) return;
     m_hookedCombo = combo;
     combo->OnDropDown = [this](QObject *) { SourceDropDown(); };
+    // Entering the field fills its list for the arrow keys: it is filled here first, the
+    // same way as for opening (this filter runs before the control's own).
+    combo->installEventFilter(this);
     setTabOrder(CheckBox1, combo);
 }
 
@@ -283,6 +288,7 @@ void TInput::sourceKeyDown(int &key, Qt::KeyboardModifiers modifiers)
 // input field; the lamp (binary inputs) follows the field, the arrow fills the rest.
 void TInput::UpdateControlsPos()
 {
+    if (isLoading()) return; // once, when loaded
     const int boxWidth = CheckBox1->sizeHint().width();
     const int h = std::max(height(), 28);
     const int paramWidth = m_paramWidth > 0 ? m_paramWidth : m_controlLeft + m_controlWidth + 2;
@@ -307,8 +313,14 @@ int TInput::rightOfControl() const
 int TInput::NeededControlLeft() const
 {
     const QLabel *name = P_Quelle->paraNameLabel();
-    const int text = name->fontMetrics().horizontalAdvance(name->text());
-    return name->x() + text + 4 + CheckBox1->sizeHint().width() + 4;
+    // Frames of rows ask on every layout: the name is measured once a text and font.
+    const QString key = name->text() + QLatin1Char('\n') + name->font().key();
+    if (key != m_measuredName) {
+        m_measuredName = key;
+        m_measuredWidth = name->fontMetrics().horizontalAdvance(name->text()) + 4 +
+                          CheckBox1->sizeHint().width() + 4;
+    }
+    return name->x() + m_measuredWidth;
 }
 
 QSize TInput::sizeHint() const
@@ -346,14 +358,18 @@ bool TInput::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == ImgArrow && event->type() == QEvent::MouseButtonRelease && runTime())
         ArrowClick();
+    if (watched == m_hookedCombo && event->type() == QEvent::FocusIn &&
+        static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason && runTime())
+        SourceDropDown();
     return QFrame::eventFilter(watched, event);
 }
 
 void TInput::UpdateLanguage()
 {
     const TParaTable *table = wizParaSource();
-    if (table && table->LanguageFile())
-        ReadControls(table->LanguageFile(), table->Language(), QStringLiteral("TInput"), this);
+    if (table)
+        ioframes::translateParts(table->LanguageFile(), QStringLiteral("TInput"),
+                                 {CheckBox1, ImgArrow});
 }
 
 void TInput::Loaded()

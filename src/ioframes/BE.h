@@ -155,7 +155,9 @@ private:
     int m_noCareAuswahl = 0;
     int m_savedAuswahl = 0;
     bool m_suppressInViewer = false;
-    QPointer<TwizComboBox> m_hookedCombo;
+    QPointer<QObject> m_hookedCombo; // compared while it dies: no downcast
+    mutable QString m_measuredName;
+    mutable int m_measuredWidth = 0;
 };
 
 /// A binary signal input: adds a status lamp that shows the signal's level (offline from
@@ -183,7 +185,7 @@ public:
     TColor LampColor() const { return m_lampColor; }
     /// The invisible control of the display parameter, "InvisAnzeigePar_" + name (run
     /// time only).
-    TParaClass *InvisAnzeigePar() const { return m_display; }
+    TParaClass *InvisAnzeigePar() const;
     /// The option board the pruning last saw ("?" until then).
     QString RememberedOptionBoard() const { return m_optionBoard; }
     /// Bit bars on the form whose master is wizBusParName.
@@ -213,6 +215,7 @@ private:
     void updateLamp();
     void setLamp(bool shown, TColor colour);
     void collectBars();
+    TBitLeiste *barWithBit() const;
     void askIncrement(const QString &before, const QString &after);
 
     int m_busParBit = 0;

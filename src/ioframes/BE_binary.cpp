@@ -57,6 +57,11 @@ TBEinput::TBEinput(QWidget *parent) : TInput(parent)
 
 TBEinput::~TBEinput() = default;
 
+TParaClass *TBEinput::InvisAnzeigePar() const
+{
+    return m_display;
+}
+
 void TBEinput::SetwizBusParBit(int bit)
 {
     if (runTime()) releaseBusLink();
@@ -104,7 +109,7 @@ void TBEinput::InputOnChange(QObject *sender)
                    ? P_Quelle->toolTip()
                    : QString());
     updateLamp();
-    ImgArrow->setVisible(SourceIndex() == 2 && FindBitBar() != nullptr);
+    ImgArrow->setVisible(SourceIndex() == 2 && barWithBit() != nullptr);
     ImgArrow->setToolTip(ImgArrow->isVisible() ? s_SignalSourceBit + QLatin1Char(' ') +
                                                      QString::number(m_busParBit) + QLatin1Char(' ') +
                                                      s_InParam + QLatin1Char(' ') + m_busParName
@@ -133,11 +138,17 @@ void TBEinput::updateBarRows()
 
 TBitLeiste *TBEinput::FindBitBar() const
 {
-    if (m_busParName.isEmpty()) return nullptr;
-    return findOnForm<TBitLeiste>([this](TBitLeiste *bar) {
-        return bar->wizParaControl() && bar->wizParaControl()->GetKoordinate() == m_busParName &&
-               bar->GetBit(m_busParBit) >= 0;
-    });
+    const_cast<TBEinput *>(this)->collectBars();
+    return barWithBit();
+}
+
+// Of the bars last collected (in the form's depth-first order), the first with the bit.
+TBitLeiste *TBEinput::barWithBit() const
+{
+    for (const QPointer<TBitLeiste> &bar : m_bars) {
+        if (bar && bar->GetBit(m_busParBit) >= 0) return bar;
+    }
+    return nullptr;
 }
 
 void TBEinput::updateLamp()
@@ -156,7 +167,7 @@ void TBEinput::updateLamp()
         setLamp(true, clLime);
         break;
     case 2: {
-        const TBitLeiste *bar = FindBitBar();
+        const TBitLeiste *bar = barWithBit();
         setLamp(bar != nullptr, bar && bar->GetBit(m_busParBit) == 1 ? clLime : clBtnFace);
         break;
     }
@@ -260,7 +271,7 @@ int TBEinput::rightOfControl() const
 void TBEinput::UpdateControlsPos()
 {
     TInput::UpdateControlsPos();
-    if (!m_lamp) return;
+    if (!m_lamp || isLoading()) return;
     const QWidget *input = P_Quelle->GetEditControl();
     const int top = input ? input->y() : 2;
     const int h = input ? input->height() : 20;
@@ -301,7 +312,7 @@ void TBEinput::Loaded()
     m_lamp->setObjectName(QStringLiteral("StatusPanel_") + objectName());
     if (isDesigning()) return;
     createDisplayControl();
-    InputOnChange(nullptr);
+    updateLamp(); // the row is up to date; the lamp now has its display
 }
 
 // --- the designer's help -------------------------------------------------------------------------

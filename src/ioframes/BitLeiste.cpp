@@ -99,6 +99,11 @@ void TBitLeiste::SetwizParaControlName(const QString &objectName)
                                                     : nullptr);
 }
 
+TParaClass *TBitLeiste::wizParaControl() const
+{
+    return m_master;
+}
+
 void TBitLeiste::SetwizParaControl(TParaClass *control)
 {
     RemoveMsgHandlerAtSource(m_master);
@@ -194,11 +199,12 @@ int TBitLeiste::boxLeft() const
 
 void TBitLeiste::RebuildBits()
 {
+    // A form file sets caption, first bit and height in turn: the rows are built once,
+    // when it has loaded.
+    if (isLoading() && !isDesigning()) return;
     freeRows();
     m_rows.resize(size_t(m_captions.size()));
     const int ppi = ScreenPixelsPerInch();
-    const int step = m_bitHeight * ppi / 96;
-    const int boxHeight = std::max(step, QFontMetrics(m_font).height());
     for (int i = 0; i < int(m_rows.size()); ++i) {
         const int b = m_bitAnfang + i;
         const int y = m_bitHeight * i * ppi / 96 + 1;
@@ -213,7 +219,10 @@ void TBitLeiste::RebuildBits()
         row.box->setObjectName(QStringLiteral("Bit_") + QString::number(b));
         row.box->setProperty("Tag", b);
         row.box->setFont(m_font);
-        row.box->setGeometry(35, y - 1, std::max(0, width() - 35 - 1), boxHeight);
+        // The box keeps its own height: its text then lines up with the label's at any
+        // row height.
+        row.box->setGeometry(35, y - 1, std::max(0, width() - 35 - 1),
+                             row.box->sizeHint().height());
         const QString hint = row.label->text() + QStringLiteral("  ") + m_captions.at(i);
         row.box->setToolTip(hint);
         row.label->setToolTip(hint);

@@ -64,7 +64,7 @@ public:
     // --- published properties --------------------------------------------------------
     QFont Font() const { return m_font; }
     void SetFont(const QFont &font);
-    TParaClass *wizParaControl() const { return m_master; }
+    TParaClass *wizParaControl() const;
     void SetwizParaControl(TParaClass *control);
     /// The master by object name, as form files give it; resolved in Loaded().
     QString wizParaControlName() const;

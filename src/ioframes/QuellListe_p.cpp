@@ -85,16 +85,22 @@ QString firstWord(const QString &text)
 }
 
 // Follows a source control's input field through its rebuilds: fills the new field's
-// list and checks the field when the user leaves it.
+// list. The field is checked first thing when the user leaves it (the control's
+// BeforeExit), so that the control then writes the corrected text, once.
 class SourceFieldWatcher : public QObject
 {
 public:
     SourceFieldWatcher(TParaClass *control, QObject *context, std::function<void()> refill,
                        std::function<void(TParaClass *)> leave)
         : QObject(context), m_control(control), m_controlObject(control),
-          m_refill(std::move(refill)), m_leave(std::move(leave))
+          m_refill(std::move(refill))
     {
         control->installEventFilter(this);
+        control->BeforeExit = [previous = control->BeforeExit,
+                               leave = std::move(leave)](QObject *sender) {
+            if (previous) previous(sender);
+            if (auto *c = qobject_cast<TParaClass *>(sender)) leave(c);
+        };
         attach();
     }
 
@@ -106,12 +112,6 @@ protected:
             // The new child is still being made: its list is filled once it stands.
             m_pending = true;
             QMetaObject::invokeMethod(this, &SourceFieldWatcher::attach, Qt::QueuedConnection);
-        } else if (watched == m_field && event->type() == QEvent::FocusIn) {
-            m_entered = m_control->GetText();
-        } else if (watched == m_field && event->type() == QEvent::FocusOut &&
-                   static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason) {
-            // Checked once the focus has moved on, so that a corrected text is written.
-            QMetaObject::invokeMethod(this, &SourceFieldWatcher::left, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }
@@ -129,25 +129,10 @@ private:
         m_refill();
     }
 
-    void left()
-    {
-        if (!m_control || !m_field || m_field->hasFocus()) return;
-        const QString before = m_control->GetText();
-        m_leave(m_control);
-        TParaTable *table = m_control ? m_control->wizParaSource() : nullptr;
-        if (!m_control || !table) return;
-        const QString now = m_control->GetText();
-        if (table->Online() == omOnline && now == before && now != m_entered)
-            m_control->PostValue();
-        m_entered = now;
-    }
-
     QPointer<TParaClass> m_control;
     QObject *m_controlObject;
     QPointer<QWidget> m_field;
     std::function<void()> m_refill;
-    std::function<void(TParaClass *)> m_leave;
-    QString m_entered;
     bool m_pending = false;
 };
 

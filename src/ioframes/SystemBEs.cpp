@@ -41,6 +41,11 @@ QList<TBEinput *> TSystemBEsFrame::Inputs() const
     return {BEinput1, BEinput2, BEinput3, BEinput4, BEinput5, BEinput7};
 }
 
+TParaTable *TSystemBEsFrame::wizParaSource() const
+{
+    return m_table;
+}
+
 void TSystemBEsFrame::SetwizParaSource(TParaTable *table)
 {
     m_table = table;
@@ -92,7 +97,7 @@ int TSystemBEsFrame::rowHeight() const
 // frame's width, so the arrows reach its right edge.
 void TSystemBEsFrame::FrameResize()
 {
-    if (m_laying) return;
+    if (m_laying || isLoading()) return; // once, when loaded
     m_laying = true;
     int left = m_controlLeft;
     for (const TBEinput *input : Inputs()) {
@@ -149,9 +154,9 @@ bool TSystemBEsFrame::event(QEvent *event)
 
 void TSystemBEsFrame::UpdateLanguage()
 {
-    if (m_table && m_table->LanguageFile())
-        ReadControls(m_table->LanguageFile(), m_table->Language(),
-                     QStringLiteral("TSystemBEsFrame"), this);
+    if (m_table)
+        ioframes::translateParts(m_table->LanguageFile(), QStringLiteral("TSystemBEsFrame"),
+                                 {LblEingangFrg, ImgArrow});
     FrameResize();
 }
 
@@ -160,6 +165,7 @@ void TSystemBEsFrame::Loaded()
     Component::Loaded();
     if (!m_table && !m_tableName.isEmpty())
         SetwizParaSource(ioframes::tableByName(this, m_tableName));
+    FrameResize();
     if (isDesigning()) return;
     UpdateLanguage();
 }

@@ -40,7 +40,7 @@ public:
     explicit TSystemBEsFrame(QWidget *parent = nullptr);
     ~TSystemBEsFrame() override;
 
-    TParaTable *wizParaSource() const { return m_table; }
+    TParaTable *wizParaSource() const;
     /// Passes the table on to every input.
     void SetwizParaSource(TParaTable *table);
     QString wizParaSourceName() const;

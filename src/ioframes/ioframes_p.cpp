@@ -1,6 +1,7 @@
 #include "ioframes/ioframes_p.h"
 
 #include "paramctrls/ParamCtrls.h"
+#include "lang/wizSprache.h"
 #include "paramtable/ParaTable.h"
 
 #include <QImage>
@@ -8,7 +9,10 @@
 #include <QPainter>
 #include <QPointer>
 #include <QSvgRenderer>
+#include <QAbstractButton>
 #include <QApplication>
+#include <QHash>
+#include <QPair>
 
 #include <algorithm>
 
@@ -37,10 +41,14 @@ void setupForm(QWidget *frame, const std::function<void()> &setupUi)
 
 QPixmap arrowPicture(const QSize &size)
 {
-    QSvgRenderer renderer(QStringLiteral(":/drivewiz/pictures/arrow_right.svg"));
+    // Many rows show arrows of a few sizes: the picture is read once and drawn once a size.
+    static QSvgRenderer renderer(QStringLiteral(":/drivewiz/pictures/arrow_right.svg"));
+    static QHash<QPair<QSize, qreal>, QPixmap> drawn;
     if (!renderer.isValid() || size.isEmpty()) return QPixmap();
-    // Drawn for the screen's device pixels, so the arrow stays sharp at any scale.
     const qreal ratio = qApp ? qApp->devicePixelRatio() : 1.0;
+    const auto key = qMakePair(size, ratio);
+    if (const auto it = drawn.constFind(key); it != drawn.constEnd()) return it.value();
+    // Drawn for the screen's device pixels, so the arrow stays sharp at any scale.
     QImage image(size * ratio, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -48,11 +56,14 @@ QPixmap arrowPicture(const QSize &size)
     const qreal w = size.width();
     const qreal h = size.height();
     const qreal head = std::min(w, h);
-    if (w > head) renderer.render(&painter, QStringLiteral("shaft"), QRectF(0, h * 5 / 12, w - head, h / 6));
+    if (w > head)
+        renderer.render(&painter, QStringLiteral("shaft"), QRectF(0, h * 5 / 12, w - head, h / 6));
     renderer.render(&painter, QStringLiteral("head"), QRectF(w - head, (h - head) / 2, head, head));
     painter.end();
     QPixmap pixmap = QPixmap::fromImage(image);
     pixmap.setDevicePixelRatio(ratio);
+    if (drawn.size() > 64) drawn.clear();
+    drawn.insert(key, pixmap);
     return pixmap;
 }
 
@@ -77,6 +88,20 @@ QWidget *findDepthFirst(QWidget *root, const std::function<bool(QWidget *)> &mat
         }
     }
     return nullptr;
+}
+
+void translateParts(const IniFile *ini, const QString &section, const QList<QWidget *> &parts)
+{
+    if (!ini) return;
+    for (QWidget *w : parts) {
+        if (!w || w->objectName().isEmpty()) continue;
+        const QString name = w->objectName();
+        w->setToolTip(wizReadString(ini, section, QLatin1Char('h') + name, w->toolTip()));
+        if (auto *label = qobject_cast<QLabel *>(w))
+            label->setText(wizReadString(ini, section, QLatin1Char('c') + name, label->text()));
+        else if (auto *button = qobject_cast<QAbstractButton *>(w))
+            button->setText(wizReadString(ini, section, QLatin1Char('c') + name, button->text()));
+    }
 }
 
 QString formKoordinate(const QString &text)

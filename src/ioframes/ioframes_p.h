@@ -6,6 +6,7 @@
 
 #include "platform/component.h"
 
+#include <QList>
 #include <QPixmap>
 #include <QSize>
 #include <QString>
@@ -17,6 +18,7 @@ class QLabel;
 
 namespace drivewiz {
 
+class IniFile;
 class TParaTable;
 
 namespace ioframes {
@@ -46,6 +48,11 @@ inline bool atRunTime(const Component &c)
 {
     return !c.isLoading() && !c.isDesigning();
 }
+
+/// Translates a frame's own parts with the keys ReadControls uses ("h" + name for the
+/// hint, "c" + name for the caption of a label or button), without descending into them:
+/// the parameter controls inside a frame take their texts from the descriptions.
+void translateParts(const IniFile *ini, const QString &section, const QList<QWidget *> &parts);
 
 /// The table of a form by object name (none for an empty name).
 TParaTable *tableByName(QWidget *anywhere, const QString &objectName);

@@ -181,6 +181,7 @@ QString TParaClass::GetParamName() const
 void TParaClass::SetParamName(const QString &name)
 {
     m_lblParaName->setText(name);
+    if (!m_building) SetEditCtrlPosition();
 }
 
 QFont TParaClass::GetCtrlFont() const

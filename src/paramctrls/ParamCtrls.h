@@ -24,6 +24,10 @@ class TParaClass;
 
 namespace drivewiz {
 
+namespace paractl {
+struct CtrlLayout;
+}
+
 class TwizComboBox;
 class TwizEdit;
 class TMyRadioGroup;
@@ -114,6 +118,10 @@ public:
     KeyPressEvent OnKeyPress;
     NotifyEvent OnEnter;
     NotifyEvent OnExit;
+    /// Runs first when the field is left, before the checks and the posting: a frame that
+    /// turns typed text into an entry of its list (signal sources) does it here, so that
+    /// what is posted is the corrected text, once. Its SetText posts nothing itself.
+    NotifyEvent BeforeExit;
     NotifyEvent OnEnabledChange;
     NotifyEvent OnChange;
     NotifyEvent OnVisibleChange;
@@ -184,8 +192,15 @@ public:
     void FreeCustomCtrls();
     void InitAuswahlListe(bool flag = true);
     QString InputKoordinate(const QString &defaultValue);
+    /// The frame's height: below the lowest part (input field, bit numbers) plus 3.
     int CalcHeight() const;
+    /// Places labels and fields from their fonts and texts (the positions of the drive
+    /// tool's frame are the minimums) and makes the frame as wide as its texts need.
     void SetEditCtrlPosition();
+    /// What the texts and fields need: the name in full, the input field wide enough for
+    /// its value, the unit, the bit boxes.
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
     void FontChanged();
 
     // --- editing -------------------------------------------------------------------------------
@@ -270,11 +285,15 @@ private:
     void fireVisibleChange();
     void applyHints(int record);
     void leaveSameParameterLists();
+    bool takeAutomaticName();
+    void designTimeLoaded();
     bool mayPostFromProgram() const;
     bool setComboText(const QString &text);
     void setRadioText(const QString &text);
     void setEditText(const QString &text);
     bool keyPressed(QObject *watched, QKeyEvent *event);
+    paractl::CtrlLayout computeLayout(int frameWidth) const;
+    void fitInput();
     void fillSelectionList();
     void myInfoButtonClick();
     void updateInfoButton();
@@ -330,6 +349,7 @@ private:
     bool m_fromMirror = false;
     bool m_building = false;
     bool m_closingUp = false;
+    bool m_placing = false;
     bool m_exiting = false; // MyExit corrects a value and writes it itself
 };
 

@@ -58,7 +58,11 @@ void TParaClass::Loaded()
     Component::Loaded();
     if (!m_table && !m_tableName.isEmpty() && window())
         m_table = window()->findChild<TParaTable *>(m_tableName);
-    if (!m_table || isDesigning()) return;
+    if (isDesigning()) {
+        designTimeLoaded();
+        return;
+    }
+    if (!m_table) return;
     RebuildParaControl();
     SucheGleicheParameter();
     takeOverPartnerText();
@@ -84,20 +88,10 @@ void TParaClass::SetKoordinate(const QString &koordinate)
     if (m_table && !m_table->TextRestoring()) leaveSameParameterLists();
     const QString before = GetKoordinate();
     m_lblKoordinate->setText(koordinate);
+    SetEditCtrlPosition();
     paractl::Registry::instance().setKoordinate(this, before, koordinate);
     const bool isKoord = IsKoordinate(koordinate);
-    if (isDesigning() && m_table && isKoord && !m_noAutomNameChange) {
-        QString name = QStringLiteral("P_") + koordinate;
-        name.replace(QLatin1Char('.'), QLatin1Char('_'));
-        if (objectName() != name) {
-            QWidget *form = window();
-            if (form && form->findChild<QWidget *>(name)) {
-                SetKoordinate(InputKoordinate(QString()));
-                return;
-            }
-            setObjectName(name);
-        }
-    }
+    if (!takeAutomaticName()) return;
     if (isKoord) {
         buildForCoordinate();
     } else if (isDesigning()) {
@@ -110,6 +104,37 @@ void TParaClass::buildForCoordinate()
     RebuildParaControl();
     if (!isDesigning()) SucheGleicheParameter();
     if (!isLoading()) takeOverPartnerText();
+}
+
+// In the form designer the control is named after its coordinate: "P_" + the coordinate
+// with dots as underscores. When another component of the form has that name already,
+// the form author is asked for another coordinate, and the answer is set instead: false
+// then, as that SetKoordinate has done everything.
+bool TParaClass::takeAutomaticName()
+{
+    const QString koordinate = GetKoordinate();
+    if (!isDesigning() || !m_table || m_noAutomNameChange || !IsKoordinate(koordinate)) return true;
+    QString name = QStringLiteral("P_") + koordinate;
+    name.replace(QLatin1Char('.'), QLatin1Char('_'));
+    if (objectName() == name) return true;
+    QWidget *form = window();
+    if (form && form->findChild<QWidget *>(name)) {
+        SetKoordinate(InputKoordinate(QString()));
+        return false;
+    }
+    setObjectName(name);
+    return true;
+}
+
+// In the form designer a control shows its parameter as soon as it is in the form. A
+// control dropped without a table joins the form's parameter table and takes its name
+// from its coordinate; one read from a form file keeps its name.
+void TParaClass::designTimeLoaded()
+{
+    const bool joins = !m_table && m_tableName.isEmpty() && window();
+    if (joins) SetwizParaSource(window()->findChild<TParaTable *>());
+    if (!m_table || (joins && !takeAutomaticName())) return;
+    RebuildParaControl();
 }
 
 void TParaClass::FreeCustomCtrls()
@@ -329,77 +354,6 @@ void TParaClass::InitAuswahlListe(bool flag)
 QString TParaClass::InputKoordinate(const QString &defaultValue)
 {
     return InputBox(QString(), QStringLiteral("Koordinate:"), defaultValue);
-}
-
-int TParaClass::CalcHeight() const
-{
-    if (!m_input) return height();
-    const QWidget *lowest = m_bitBoxes.isEmpty() ? m_input : m_bitLabels.first();
-    return lowest->y() + lowest->height() + 3;
-}
-
-// The input field sits under the name (caBottom) or right of it at wizControlLeft
-// (caRight); its width is wizControlWidth, its height wizControlHeight or its natural
-// one. The unit label follows the field; bit boxes run left to right, highest bit first,
-// with their numbers underneath.
-namespace {
-
-// The natural height of an input field depends only on its class and font: ask the style
-// once per kind instead of once per control.
-int naturalHeight(QWidget *input)
-{
-    static QHash<QString, int> heights;
-    const QString key = QString::fromLatin1(input->metaObject()->className()) + input->font().key();
-    auto it = heights.constFind(key);
-    if (it == heights.constEnd()) it = heights.insert(key, input->sizeHint().height());
-    return it.value();
-}
-
-constexpr int kUnitWidth = 40;
-
-} // namespace
-
-void TParaClass::SetEditCtrlPosition()
-{
-    if (!m_input) return;
-    const bool radio = qobject_cast<TMyRadioGroup *>(m_input) != nullptr;
-    const int natural = radio ? m_input->sizeHint().height() : naturalHeight(m_input);
-    const int h = m_controlHeight > 0 ? std::max(m_controlHeight, radio ? natural : 0) : natural;
-    const int w = m_controlWidth > 0 ? m_controlWidth : std::max(40, width() - 40);
-    const int x = m_controlAlign == caRight ? m_controlLeft : 3;
-    const int y = m_controlAlign == caRight ? 2 : m_lblParaName->y() + m_lblParaName->height() + 1;
-    m_input->setGeometry(x, y, w, h);
-    if (m_unit) m_unit->setGeometry(x + w + 4, y, kUnitWidth, h);
-    if (m_infoButton) m_infoButton->setGeometry(x + w + (m_unit ? 4 + kUnitWidth : 0) + 2, y, h, h);
-    for (int i = 0; i < m_bitBoxes.size(); ++i) {
-        m_bitBoxes[i]->setGeometry(x + i * 16, y, 16, 16);
-        m_bitLabels[i]->setGeometry(x + i * 16, y + 16, 16, 10);
-    }
-    const int wanted = CalcHeight();
-    if (height() != wanted) resize(width(), wanted);
-}
-
-void TParaClass::resizeEvent(QResizeEvent *event)
-{
-    QFrame::resizeEvent(event);
-    if (isDesigning() && GetKoordinate() == QLatin1String("B33B")) {
-        SetKoordinate(InputKoordinate(GetKoordinate()));
-        return;
-    }
-    if (!m_input && !m_building && !isLoading()) RebuildParaControl();
-}
-
-void TParaClass::FontChanged()
-{
-    if (!m_table) return;
-    QFont k = m_table->FontKoordinate();
-    QFont n = m_table->FontParaName();
-    m_lblKoordinate->setFont(k);
-    m_lblParaName->setFont(n);
-    if (qobject_cast<QLineEdit *>(m_input) || qobject_cast<QComboBox *>(m_input))
-        m_input->setFont(m_table->FontEditFeld());
-    if (m_unit) m_unit->setFont(m_table->FontDimension());
-    SetEditCtrlPosition();
 }
 
 void TParaClass::leaveSameParameterLists()

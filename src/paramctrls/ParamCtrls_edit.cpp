@@ -197,6 +197,9 @@ void TParaClass::MyOnChange(QObject *sender)
             PostMessage(handle, wmParaChanged, quintptr(this), 0);
         SetCtrlColor();
         m_input->update();
+        // A value that comes from the program or a choice is shown in full; typing
+        // scrolls the field instead of growing it.
+        if (!Focused() || !qobject_cast<QLineEdit *>(m_input)) fitInput();
         if (m_controlType == wctBinaryCheckBoxes && !m_bitBoxes.isEmpty()) {
             int value = 0;
             try {
@@ -253,11 +256,13 @@ void TParaClass::MyExit(QObject *sender)
 {
     Q_UNUSED(sender)
     if (!m_input || !m_table) return;
-    if (m_numeric && !qobject_cast<QCheckBox *>(m_input) &&
-        !qobject_cast<TMyRadioGroup *>(m_input)) {
+    {
         // A corrected value is written once, below, not also by the correction itself.
         const QScopedValueRollback<bool> exiting(m_exiting, true);
-        validateNumber();
+        if (BeforeExit) BeforeExit(this); // the first part: typed coordinates
+        if (m_numeric && !qobject_cast<QCheckBox *>(m_input) &&
+            !qobject_cast<TMyRadioGroup *>(m_input))
+            validateNumber();
     }
     auto *combo = qobject_cast<TwizComboBox *>(m_input);
     if (combo && m_kind == 6) {
@@ -271,7 +276,8 @@ void TParaClass::MyExit(QObject *sender)
         int index = GetIndexOfValue(items, text);
         if (index < 0 && text.size() > 2 && text.at(1) == QLatin1Char('.'))
             index = GetIndexOfValue(items, text.mid(2));
-        combo->setCurrentIndex(index);
+        // A text the list lacks stays as typed: an index of -1 would blank it.
+        if (index >= 0) combo->setCurrentIndex(index);
     }
     // Leaving a combo box by the keyboard or after the wheel posts a changed choice like
     // an edit; closing its list posts in any case.

@@ -8,6 +8,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QRect>
 #include <QString>
 #include <QWidget>
 
@@ -30,6 +31,23 @@ public:
 private:
     QMultiHash<quint32, TParaClass *> m_byAddress;
     QMultiHash<QString, TParaClass *> m_byKoordinate;
+};
+
+/// Where the parts of a parameter control go, worked out from their fonts and texts for a
+/// frame of a given width; the drive tool's positions are the minimums.
+struct CtrlLayout
+{
+    QRect koordinate;
+    QRect name;
+    QRect input;
+    QRect unit;
+    QRect info;
+    QPoint bits;       ///< top left of the first (highest) bit box
+    QSize bitBox;      ///< size of one bit box; the boxes stand one width apart
+    int bitLabelHeight = 10;
+    int width = 0;     ///< the frame's width: at least what the texts need
+    int minWidth = 0;  ///< what the texts and fields need
+    int height = 0;    ///< the frame's height (CalcHeight)
 };
 
 /// The key of a coordinate in the index: trimmed and upper-cased.

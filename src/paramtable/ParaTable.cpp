@@ -78,7 +78,9 @@ void TParaTable::SetCurrentAx(int axis)
 
 void TParaTable::SetParamFileName(const QString &name)
 {
+    if (m_fileNameParams == name) return;
     m_fileNameParams = name;
+    designTimeReload();
 }
 
 void TParaTable::setFont(int which, const QFont &font)
@@ -161,7 +163,10 @@ QWidget *TParaTable::ownerForm() const
 void TParaTable::Loaded()
 {
     Component::Loaded();
-    if (isDesigning()) return;
+    if (isDesigning()) {
+        if (!m_descriptionsLoaded) designTimeReload();
+        return;
+    }
     if (!m_richEditName.isEmpty() && ownerForm())
         SetRichEditCtrl(ownerForm()->findChild<QTextEdit *>(m_richEditName));
     ReloadCSVFile();
@@ -199,6 +204,15 @@ void TParaTable::ReloadCSVFile()
     UpdateParaObjects(true);
 }
 
+// While the form is drawn the descriptions are read as soon as a file is named, so that
+// the parameter controls show their parameters' names and input fields. Only a file that
+// is there is read: drawing a form shows no messages.
+void TParaTable::designTimeReload()
+{
+    if (!isDesigning() || isLoading() || !QFileInfo(m_fileNameParams).isFile()) return;
+    ReloadCSVFile();
+}
+
 void TParaTable::loadAuswahl(const QString &descriptionFile)
 {
     const QString path = QFileInfo(descriptionFile).dir().filePath(QStringLiteral("Auswahlen.csv"));
@@ -233,9 +247,9 @@ int TParaTable::GetRecNo(const QString &koordinate, bool fetchFresh)
     address = quint32(HexToInt(Cell(row, QStringLiteral("USS-Adresse /hex"))));
     QString value;
     quint8 status = 0;
-    if (GetFreshParaValue(address, koordinate, value, status) && status == 0)
-        SetCell(row, QStringLiteral("Wert"), value);
-    return row;
+    GetFreshParaValue(address, koordinate, value, status); // stores it in "Wert"
+    // Found again: rows the host described during the call may have moved it.
+    return FindRecord(koordinate, QString::number(m_currentAx), address);
 }
 
 bool TParaTable::ParamExists(const QString &koordinate)

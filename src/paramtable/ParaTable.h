@@ -249,12 +249,14 @@ private:
     bool keepsOfflineEdit(TParaClass *control);
     void keepTypingOffline();
     void postPendingEdits();
+    void cancelSubscriptions(quint64 modeChange);
     void letEventsRun();
     QList<TParaClass *> paraControls() const;
     void rebuildControls();
     void updateIndirectUnits(const QString &koordinate);
     bool formHasPageControl() const;
     void loadAuswahl(const QString &descriptionFile);
+    void designTimeReload();
     void openCfg();
     void fillGroupFromDescriptions(TImportTable &table, const QString &group);
     void reportBindError(TParaClass *control, const QString &error);
@@ -300,6 +302,7 @@ private:
     int m_refreshing = 0;
     QStringList m_indirectUnits;
     QSet<quint32> m_pendingEdits; // addresses of values typed offline, until OK
+    quint64 m_modeChanges = 0;    // counts SetOnline switches, to notice nested ones
     Clock m_clock;
 };
 

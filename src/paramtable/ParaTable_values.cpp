@@ -136,12 +136,24 @@ void TParaTable::UnSubscribeParaControlUpdate(int index)
 
 void TParaTable::ClearUpdateList()
 {
-    if (m_online != omOnline) return;
-    while (!m_updateList.empty()) {
-        const size_t before = m_updateList.size();
-        UnSubscribeParaControlUpdate(0);
-        if (m_updateList.size() == before) // no callback: nothing to cancel at the host
-            m_updateList.clear();
+    if (m_online == omOnline) cancelSubscriptions(m_modeChanges);
+}
+
+// One address after the other leaves the list before the host hears of it. A host that
+// switches the mode again inside a callback (posting 0x8007 and letting it run) has done
+// the newer switch completely: this one stops, and what is still in the list stays
+// subscribed, as the newer switch found it.
+void TParaTable::cancelSubscriptions(quint64 modeChange)
+{
+    const fcbtSubscribeParaUpdate subscribe = m_cb.subscribe;
+    if (!subscribe || isDesigning() || m_hostDetached) {
+        m_updateList.clear(); // nothing to cancel at the host
+        return;
+    }
+    while (!m_updateList.empty() && modeChange == m_modeChanges && !m_hostDetached) {
+        const quint32 address = m_updateList.front();
+        m_updateList.erase(m_updateList.begin());
+        hostCall("fcbtSubscribeParaUpdate", [&] { subscribe(m_wizardId, address, -1); });
     }
 }
 
@@ -165,19 +177,25 @@ bool TParaTable::formHasPageControl() const
     return false;
 }
 
+// Every step that calls the host checks that no newer switch happened meanwhile (a host
+// may post 0x8007 inside a callback and let it run): the newer one has done all its work.
 void TParaTable::SetOnline(tOnlineModus mode)
 {
     if (m_online == mode) return;
-    if (m_online == omOnline && mode != omOnline)
-        ClearUpdateList(); // still in online mode, so the host is told
+    const quint64 change = ++m_modeChanges;
+    const bool leavesOnline = m_online == omOnline;
     if (!isLoading() && ownerForm()) keepTypingOffline(); // before the fields are rebuilt
     m_online = mode;
-    if (!isLoading() && ownerForm()) {
+    if (leavesOnline) cancelSubscriptions(change);
+    const auto newer = [this, change] { return change != m_modeChanges || m_hostDetached; };
+    if (!isLoading() && ownerForm() && !newer()) {
         rebuildControls();
-        if (mode == omOnline) postPendingEdits();
+        if (mode == omOnline && !newer()) postPendingEdits();
         // The page control registers its visible controls itself.
-        if (!formHasPageControl() && mode == omOnline) RegisterOnlineUpdatePars(ownerForm());
+        if (mode == omOnline && !newer() && !formHasPageControl())
+            RegisterOnlineUpdatePars(ownerForm());
     }
+    if (newer()) return;
     const HostCallScope scope; // listeners are the host's code
     Q_EMIT onlineModeChanged(mode);
 }

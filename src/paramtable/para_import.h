@@ -22,6 +22,7 @@ class CellStore;
 class CsvLineReader;
 class KeyIndex;
 class MergeLookup;
+class SortKeyText;
 } // namespace importdetail
 
 /// An in-memory CSV table of text cells (parameter descriptions, selection lists, group
@@ -175,7 +176,8 @@ private:
     struct SourceFile;
     bool openSource(const QString &fileName, SourceFile &source) const;
     bool loadLines(SourceFile &source, const QString &fileName, bool merge);
-    bool appendLine(const importdetail::CsvLineReader &lines, bool cp1252, ParseReport &report);
+    bool appendLine(const importdetail::CsvLineReader &lines, bool cp1252, ParseReport &report,
+                    const importdetail::SortKeyText *madeKey);
     void updateSortKey(int row);
     void setRowKey(int row, const char *k, size_t kLen, const char *a, size_t aLen,
                    const char *n, size_t nLen);
@@ -188,7 +190,7 @@ private:
     void reportParse(const ParseReport &report, const QString &fileName) const;
     bool checkMergeTitles(const QString &title, const QString &fileName);
     bool mergeLineIsNew(const importdetail::CsvLineReader &lines, bool cp1252,
-                        importdetail::MergeLookup &known) const;
+                        importdetail::MergeLookup &known, importdetail::SortKeyText &key) const;
     int findAnyNumber(const char *key, size_t len) const;
     std::pair<int, int> keyWidths(int row) const;
 

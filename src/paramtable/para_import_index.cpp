@@ -192,6 +192,15 @@ int KeyIndex::find(const char *key, size_t len) const
 {
     const size_t p = lowerBound(key, len);
     if (p >= m_sortedKeys.size()) return -1;
+    // Compared with the key the index was built from: after a key cell changed, look-ups
+    // see the old order until the index is rebuilt.
+    if (!isLongKey(key, len)) {
+        const SortKey k = packKey(key, len);
+        if (m_sortedKeys[p].hi != k.hi || m_sortedKeys[p].lo != k.lo) return -1;
+        const size_t row = size_t(m_mainIndex[p]);
+        // A long key of the same first bytes is another key.
+        return m_longKeys.count(row) == 0 || keyEquals(row, key, len) ? int(p) : -1;
+    }
     return keyEquals(size_t(m_mainIndex[p]), key, len) ? int(p) : -1;
 }
 

@@ -102,7 +102,7 @@ bool TImportTable::openSource(const QString &fileName, SourceFile &source) const
 }
 
 bool TImportTable::appendLine(const importdetail::CsvLineReader &lines, bool cp1252,
-                              ParseReport &report)
+                              ParseReport &report, const importdetail::SortKeyText *madeKey)
 {
     // Windows-1252 bytes may grow to three UTF-8 bytes each.
     const size_t len = lines.length();
@@ -131,8 +131,9 @@ bool TImportTable::appendLine(const importdetail::CsvLineReader &lines, bool cp1
     const size_t kLen = cellAt(m_colKoordinate, k);
     const size_t aLen = cellAt(m_colAchse, a);
     const size_t nLen = cellAt(m_colNummer, n);
-    importdetail::SortKeyText key;
-    if (kLen > 0) key.build(k, kLen, a, aLen, n, nLen);
+    importdetail::SortKeyText built;
+    if (kLen > 0 && !madeKey) built.build(k, kLen, a, aLen, n, nLen);
+    const importdetail::SortKeyText &key = madeKey ? *madeKey : built;
     if (kLen > 0 && !key.plainCoordinate() && !importdetail::isKoordinateBytes(k, kLen) &&
         report.badCoordinates++ < 5)
         report.badCoordinateSamples << QString::number(report.line) + QStringLiteral(": ") +
@@ -220,14 +221,19 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
     lines.setDelimiter(m_delimiter);
     if (merge && !m_index->valid()) ReBuildMainIndex();
     importdetail::MergeLookup known(*m_index);
+    // The key a merge looks a line up by is the row's sort string as well, unless the table
+    // has both a number and an axis column.
+    importdetail::SortKeyText mergeKey;
+    const bool sameKey = m_colNummer < 0 || m_colAchse < 0;
     const int firstNew = m_rowCount;
     while (lines.next()) {
         ++report.line;
         const char *line = lines.line();
         const size_t len = lines.length();
         if (isBlank(line, len)) continue;
-        if (merge && !mergeLineIsNew(lines, source.cp1252, known)) continue;
-        if (!appendLine(lines, source.cp1252, report)) break;
+        if (merge && !mergeLineIsNew(lines, source.cp1252, known, mergeKey)) continue;
+        if (!appendLine(lines, source.cp1252, report, merge && sameKey ? &mergeKey : nullptr))
+            break;
         if (merge) known.add(size_t(m_rowCount - 1));
     }
     if (merge)
@@ -243,8 +249,10 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
 // Looking the key up among the old rows' sorted keys and the new rows' keys gives the
 // same answer as a lookup after every appended line, without rebuilding the index.
 bool TImportTable::mergeLineIsNew(const importdetail::CsvLineReader &lines, bool cp1252,
-                                  importdetail::MergeLookup &known) const
+                                  importdetail::MergeLookup &known,
+                                  importdetail::SortKeyText &key) const
 {
+    key.clear();
     const char *line = lines.line();
     // Only the fields up to the coordinate and the second key are needed.
     const int secondColumn = m_colNummer >= 0 ? m_colNummer : m_colAchse;
@@ -263,17 +271,19 @@ bool TImportTable::mergeLineIsNew(const importdetail::CsvLineReader &lines, bool
         if (column < 0 || size_t(column) >= found) return QByteArray();
         const char *begin = line + f[column].begin;
         const size_t n = f[column].end - f[column].begin;
-        const bool ascii = std::all_of(begin, begin + n,
-                                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-        if (cp1252 && !ascii) return windows1252ToUtf8(begin, qsizetype(n));
+        if (cp1252 && std::any_of(begin, begin + n,
+                                  [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
+            return windows1252ToUtf8(begin, qsizetype(n));
         return QByteArray::fromRawData(begin, qsizetype(n));
     };
     const QByteArray k = text(m_colKoordinate);
     if (k.isEmpty()) return true; // no coordinate: a lookup finds nothing, so the line is appended
     QByteArray second = text(secondColumn);
-    if (!importdetail::isIntegerBytes(second.constData(), size_t(second.size())))
+    const bool digits = !second.isEmpty() && second.size() <= 9 &&
+                        std::all_of(second.cbegin(), second.cend(),
+                                    [](char c) { return c >= '0' && c <= '9'; });
+    if (!digits && !importdetail::isIntegerBytes(second.constData(), size_t(second.size())))
         second = QByteArrayLiteral("0");
-    importdetail::SortKeyText key;
     if (m_colNummer >= 0)
         key.build(k.constData(), size_t(k.size()), "", 0, second.constData(), size_t(second.size()));
     else

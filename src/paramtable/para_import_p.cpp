@@ -385,6 +385,7 @@ bool CsvLineReader::next()
     if (m_pos >= m_size) return false;
     m_start = m_pos;
     m_masked = false;
+    m_regular = -1;
     scanLine();
     const size_t end = m_start + m_len;
     m_pos = end + 1;
@@ -394,14 +395,21 @@ bool CsvLineReader::next()
 
 // Most lines are regular: no blank or delimiter where a field starts, and quotes only
 // around whole fields. Then the fields are what lies between the delimiters (less the
-// quotes); `delims` gets the delimiters that end fields.
-bool CsvLineReader::regularLine(quint64 *delims) const
+// quotes). The delimiters that end fields, or null for another line; found once a line.
+const quint64 *CsvLineReader::regularLine() const
+{
+    if (m_regular < 0) m_regular = findRegular() ? 1 : 0;
+    return m_regular ? m_fieldEnds : nullptr;
+}
+
+bool CsvLineReader::findRegular() const
 {
     const char *line = this->line();
     const size_t len = m_len;
     const char delimiter = m_delimiter;
     if (!m_masked || len == 0 || line[0] == delimiter || line[0] == ' ') return false;
     const size_t words = (len + 63) >> 6;
+    quint64 *delims = m_fieldEnds;
     for (size_t i = 0; i < words; ++i)
         delims[i] = m_delims[i];
     BitWalker quotes(m_quotes, words);
@@ -423,9 +431,8 @@ bool CsvLineReader::regularLine(quint64 *delims) const
 
 size_t CsvLineReader::scanFields(FieldSpan *fields, size_t maxFields, bool &unterminated) const
 {
-    quint64 delims[kMaskWords];
-    if (!regularLine(delims))
-        return scanCsvFields(line(), m_len, m_delimiter, fields, maxFields, unterminated);
+    const quint64 *delims = regularLine();
+    if (!delims) return scanCsvFields(line(), m_len, m_delimiter, fields, maxFields, unterminated);
     const size_t words = (m_len + 63) >> 6;
     size_t from = 0;
     size_t count = 0;
@@ -449,9 +456,9 @@ bool CsvLineReader::copyRegular(bool cp1252, char *out, quint32 *starts, size_t 
 {
     const char *line = this->line();
     const size_t len = m_len;
-    quint64 delims[kMaskWords];
     // Short copies read 32 bytes: the buffer must go on that far behind the line.
-    if (m_size - m_start < len + 32 || !regularLine(delims)) return false;
+    const quint64 *delims = m_size - m_start < len + 32 ? nullptr : regularLine();
+    if (!delims) return false;
     const size_t words = (len + 63) >> 6;
     // Fields come in order, so the next byte to convert is tracked alongside.
     BitWalker highBytes(m_highs, cp1252 ? words : 0);

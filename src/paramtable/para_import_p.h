@@ -122,7 +122,8 @@ private:
     static constexpr size_t kMaskWords = 8; // lines of up to 512 bytes carry masks
 
     void scanLine();
-    bool regularLine(quint64 *delims) const;
+    const quint64 *regularLine() const;
+    bool findRegular() const;
     bool copyRegular(bool cp1252, char *out, quint32 *starts, size_t columns, size_t &written) const;
 
     const char *m_data;
@@ -131,7 +132,9 @@ private:
     size_t m_start = 0;
     size_t m_len = 0;
     char m_delimiter = 0;
-    bool m_masked = false; // the masks below describe the current line
+    bool m_masked = false;          // the masks below describe the current line
+    mutable signed char m_regular = -1; // -1: not known yet; else whether the line is regular
+    mutable quint64 m_fieldEnds[kMaskWords]; // of a regular line: delimiters ending fields
     quint64 m_delims[kMaskWords];
     quint64 m_quotes[kMaskWords];
     quint64 m_blanks[kMaskWords];
@@ -160,6 +163,12 @@ public:
 
     void build(const char *koord, size_t koordLen, const char *achse, size_t achseLen,
                const char *nummer, size_t nummerLen);
+    void clear()
+    {
+        m_large.clear();
+        m_size = 0;
+        m_plain = false;
+    }
     const char *data() const { return m_large.empty() ? m_small : m_large.data(); }
     size_t size() const { return m_size; }
     std::string str() const { return std::string(data(), m_size); }

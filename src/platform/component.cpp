@@ -7,11 +7,13 @@ namespace drivewiz {
 namespace {
 std::atomic<int> g_applicationTag{0};
 thread_local int t_formLoadDepth = 0;
+thread_local int t_designDepth = 0;
 } // namespace
 
 Component::Component()
 {
     if (t_formLoadDepth > 0) m_state = ComponentState(csLoading) | csReading;
+    if (t_designDepth > 0) m_state |= csDesigning;
 }
 
 Component::~Component() = default;
@@ -29,6 +31,21 @@ FormLoadScope::~FormLoadScope()
 bool FormLoadScope::active()
 {
     return t_formLoadDepth > 0;
+}
+
+DesignScope::DesignScope()
+{
+    ++t_designDepth;
+}
+
+DesignScope::~DesignScope()
+{
+    --t_designDepth;
+}
+
+bool DesignScope::active()
+{
+    return t_designDepth > 0;
 }
 
 void Component::Loaded()

@@ -60,6 +60,20 @@ public:
     static bool active();
 };
 
+/// While a scope lives on a thread, components created on it are being designed
+/// (csDesigning from their constructor on): the Qt Designer plugin creates the library's
+/// widgets inside one, so that their design-time defaults apply.
+class DRIVEWIZ_EXPORT DesignScope
+{
+public:
+    DesignScope();
+    ~DesignScope();
+    DesignScope(const DesignScope &) = delete;
+    DesignScope &operator=(const DesignScope &) = delete;
+    /// Whether a scope lives on this thread.
+    static bool active();
+};
+
 /// The host's application tag. A host sets 999 to keep the parameter tables from loading
 /// their descriptions and language; 0 by default.
 DRIVEWIZ_EXPORT int ApplicationTag();

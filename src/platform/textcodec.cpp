@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+#include <QStringDecoder>
+
 namespace drivewiz {
 
 namespace {
@@ -202,7 +204,12 @@ QString decodeText(const QByteArray &bytes)
     }
     const qsizetype ascii = detail::asciiPrefixLength(data, size);
     if (ascii == size) return QString::fromLatin1(data, size);
-    if (isValidUtf8(data + ascii, size - ascii)) return QString::fromUtf8(data, size);
+    if (isValidUtf8(data + ascii, size - ascii)) {
+        // Only the first byte order mark marks the encoding; QString::fromUtf8 would drop
+        // a second one too.
+        QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+        return utf8(QByteArrayView(data, size));
+    }
     return decodeWindows1252(QByteArray::fromRawData(data, size));
 }
 

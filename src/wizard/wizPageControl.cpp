@@ -13,6 +13,7 @@
 
 #include <QAbstractButton>
 #include <QDynamicPropertyChangeEvent>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QTabBar>
 #include <QTimer>
@@ -57,10 +58,12 @@ TwizPageControl::TwizPageControl(QWidget *parent)
     m_msgWindow->onMessage = [this](uint msg, quintptr, qintptr) {
         if (msg == wmOnlineChanged) OnlineChangeMsg();
     };
-    m_e48 = new TParaClass(this);
-    m_e48->setObjectName(QStringLiteral("fP_E48"));
-    m_e48->SetwizVisible(false);
-    m_e48->SetKoordinate(QStringLiteral("E48"));
+    if (!isDesigning()) {
+        m_e48 = new TParaClass(this);
+        m_e48->setObjectName(QStringLiteral("fP_E48"));
+        m_e48->SetwizVisible(false);
+        m_e48->SetKoordinate(QStringLiteral("E48"));
+    }
     connect(this, &QTabWidget::currentChanged, this, &TwizPageControl::Change);
 }
 
@@ -249,6 +252,7 @@ void TwizPageControl::Loaded()
     if (!m_btnBack && !m_btnBackName.isEmpty())
         m_btnBack = form->findChild<QAbstractButton *>(m_btnBackName);
     if (isDesigning()) {
+        linkLoneTreeView();
         UpdateTabLabels();
         return;
     }
@@ -525,6 +529,10 @@ TwizTreeView::TwizTreeView(QWidget *parent) : QTreeWidget(parent)
 {
     setHeaderHidden(true);
     setColumnCount(1);
+    // A long page caption scrolls sideways instead of being cut short with "...".
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setStretchLastSection(false);
+    setTextElideMode(Qt::ElideNone);
     connect(this, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem *node) { Change(node); });
 }
@@ -533,6 +541,19 @@ TwizTreeView::~TwizTreeView()
 {
     // Clearing the items below must not move the page control.
     disconnect(this, nullptr, this, nullptr);
+}
+
+// In the form designer a tree view that has no page control yet links itself to the page
+// control dropped on the form.
+void TwizPageControl::linkLoneTreeView()
+{
+    if (m_tree || !m_treeName.isEmpty() || !window()) return;
+    for (TwizTreeView *tree : window()->findChildren<TwizTreeView *>()) {
+        if (!tree->wizPageControl() && tree->wizPageControlName().isEmpty()) {
+            tree->SetwizPageControl(this);
+            return;
+        }
+    }
 }
 
 TwizPageControl *TwizTreeView::wizPageControl() const

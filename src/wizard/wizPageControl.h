@@ -22,6 +22,10 @@ class QTimer;
 namespace drivewiz {
 
 class MessageWindow;
+
+namespace pagectl {
+struct ButtonRow;
+}
 class TParaClass;
 class TParaTable;
 class TwizButton;
@@ -185,6 +189,11 @@ public:
     /// Restores the form's size from wiz.cfg, scaled from 96 pixels per inch.
     void MyOnShow();
 
+    /// What the pages need: every page's parts inside the page area. A wizard's form is
+    /// laid out by hand, so this is what a host or Designer may ask when it sizes one.
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
+
     /// The result a closed form carries in its property "ModalResult" (a ModalResult).
     static const char *const ModalResultProperty;
 
@@ -230,11 +239,16 @@ private:
     QPoint backInPage() const;
     QRect rectInHost() const;
     void updatePage(int n);
+    void placeTitle(QLabel *title);
+    QSize buttonSize() const;
+    pagectl::ButtonRow buttonRow() const;
+    void placePanel();
     void updateNextButton(int n);
     void updateBackButton();
     bool shownAfter(int index) const;
     void applyTabVisible();
     void applyBackButton();
+    void linkLoneTreeView();
     void renameParts(QWidget *page, int from, int to);
     void createFormParts();
     void placeSearch();
@@ -266,6 +280,7 @@ private:
     QPointer<QLineEdit> m_searchEdit;
     QPointer<QPushButton> m_searchBtn;
     QPointer<QLabel> m_onlinePanel;
+    QRect m_panelRoom; // in the button row, between next and OK
     TColor m_panelColor = clBtnFace;
     QTimer *m_onlineTimer = nullptr;
     QPointer<TParaClass> m_e48;

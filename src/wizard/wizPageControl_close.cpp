@@ -235,6 +235,7 @@ void TwizPageControl::CheckOnlineMode()
     if (m_onlinePanel) {
         m_onlinePanel->setVisible(mode != omOffline);
         m_onlinePanel->setText(mode == omRueckdoku ? s_RuckDoku : QStringLiteral("Online"));
+        placePanel(); // as wide as its text
         if (mode != omOffline) setPanelColor(mode == omOnline ? clLime : clYellow);
     }
     if (mode == omOnline && m_e48) m_table->SubscribeParaControlUpdate(m_e48);

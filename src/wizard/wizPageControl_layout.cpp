@@ -7,6 +7,7 @@
 #include "paramctrls/ParamCtrls.h"
 #include "widgets/BitMaps.h"
 #include "widgets/wizEdit.h"
+#include "wizard/wizPageControl_p.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>
@@ -130,8 +131,7 @@ void TwizPageControl::updatePage(int n)
         pal.setColor(QPalette::WindowText, c);
     title->setPalette(pal);
     title->setText(tabText(n));
-    title->adjustSize();
-    title->move(m_titleLeft, m_titleTop);
+    placeTitle(title);
     // The title's offset counts twice below it, as the drive tool's pages have it.
     QFrame *upper = bevel(page, GetBevelTabSheetName(QStringLiteral("O"), n));
     upper->setGeometry(title->x(), title->y() + title->height() + 1 + m_titleTop,
@@ -140,6 +140,41 @@ void TwizPageControl::updatePage(int n)
     const int lowerTop = m_btnBack ? backInPage().y() - 7 : pageArea().height() - 25;
     lower->setGeometry(upper->x(), lowerTop, upper->width(), 2);
     updateNextButton(n);
+}
+
+// The title stands at (wizTitleLeft, wizTitleTop) in its natural size; a title that
+// would run under the search field breaks into lines instead, and the bevel follows.
+void TwizPageControl::placeTitle(QLabel *title)
+{
+    title->setWordWrap(false);
+    title->adjustSize();
+    title->move(m_titleLeft, m_titleTop);
+    int room = pageArea().width() - 2 * m_titleLeft;
+    if (m_searchEdit && !m_searchEdit->isHidden()) {
+        const QPoint inPc = m_searchEdit->parentWidget() == this ? m_searchEdit->pos()
+                                                                  : mapFromParent(m_searchEdit->pos());
+        const QPoint edit = inPc - pageArea().topLeft();
+        if (edit.y() < m_titleTop + title->height()) room = edit.x() - 10 - m_titleLeft;
+    }
+    if (room <= 0 || title->width() <= room) return;
+    title->setWordWrap(true);
+    title->resize(room, title->heightForWidth(room));
+}
+
+// One width for back, next, OK and Cancel: the back button's, or what the widest text
+// (with its icon) needs. So the buttons look alike and none cuts its caption.
+QSize TwizPageControl::buttonSize() const
+{
+    QSize size = m_btnBack ? m_btnBack->size() : QSize(75, 25);
+    const auto grow = [&size](const QAbstractButton *b) {
+        if (b) size = size.expandedTo(b->sizeHint());
+    };
+    grow(m_btnBack);
+    grow(m_btnOK);
+    grow(m_btnCancel);
+    for (int n = 0; n < count(); ++n)
+        grow(widget(n)->findChild<QAbstractButton *>(GetBtnNextName(n), Qt::FindDirectChildrenOnly));
+    return size;
 }
 
 void TwizPageControl::updateNextButton(int n)
@@ -157,9 +192,37 @@ void TwizPageControl::updateNextButton(int n)
     connect(next, &QAbstractButton::clicked, this, &TwizPageControl::BtnMoveNextClick,
             Qt::UniqueConnection);
     next->setFont(m_btnBack->font());
-    next->resize(m_btnBack->width(), m_btnBack->height());
-    next->move(backInPage() + QPoint(m_btnBack->width() * 4 / 3, 0));
+    const pagectl::ButtonRow row = buttonRow();
+    next->resize(row.size);
+    next->move(backInPage() + QPoint(row.nextOffset, 0));
     next->setVisible(shownAfter(n));
+}
+
+// Where back, next, Cancel and OK go (x in the coordinates of the widget that holds OK).
+// The wizard's arithmetic first: next 4/3 of a button right of back, OK 3/2 of a button
+// left of the page control's right edge, Cancel 4/3 of a button left of OK. When wide
+// captions would make next run into Cancel, back moves left; when even that is not
+// enough, the four buttons share the page control's width evenly.
+pagectl::ButtonRow TwizPageControl::buttonRow() const
+{
+    pagectl::ButtonRow row;
+    row.size = buttonSize();
+    const int w = row.size.width();
+    const QRect pc = rectInHost();
+    const QWidget *host = parentWidget() ? parentWidget() : this;
+    row.backX = host->mapFromGlobal(m_btnBack->mapToGlobal(QPoint(0, 0))).x();
+    row.nextOffset = w * 4 / 3;
+    row.okX = pc.x() + pc.width() - w * 3 / 2;
+    row.cancelX = row.okX - w * 4 / 3;
+    if (row.backX + row.nextOffset + w + w / 3 <= row.cancelX) return row;
+    row.backX = std::min(row.backX, row.cancelX - w / 3 - w - row.nextOffset);
+    if (row.backX >= pc.x() + 4) return row;
+    const int gap = std::max(4, (pc.width() - 4 * w) / 5);
+    row.backX = pc.x() + gap;
+    row.nextOffset = w + gap;
+    row.cancelX = row.backX + 2 * (w + gap);
+    row.okX = row.cancelX + w + gap;
+    return row;
 }
 
 void TwizPageControl::UpdateBtnPosition()
@@ -170,14 +233,40 @@ void TwizPageControl::UpdateBtnPosition()
         return;
     }
     if (!m_btnOK || !m_btnCancel) return;
+    const pagectl::ButtonRow row = buttonRow();
+    const QSize size = row.size;
     QWidget *host = buttonHost();
     const QPoint back = host->mapFromGlobal(m_btnBack->mapToGlobal(QPoint(0, 0)));
-    const QRect pc = rectInHost();
-    const int cancelWidth = m_btnCancel->width();
-    const int okLeft = pc.x() + pc.width() - cancelWidth * 3 / 2;
-    m_btnOK->setGeometry(okLeft, back.y(), m_btnOK->width(), m_btnBack->height());
-    m_btnCancel->setGeometry(okLeft - cancelWidth * 4 / 3, back.y(), cancelWidth,
-                             m_btnBack->height());
+    if (m_btnBack->size() != size || back.x() != row.backX) {
+        m_btnBack->setGeometry(QRect(m_btnBack->pos() + QPoint(row.backX - back.x(), 0), size));
+        // A hidden back button reports no move: the next buttons follow it here.
+        for (int n = 0; n < count(); ++n)
+            updateNextButton(n);
+    }
+    m_btnOK->setGeometry(QRect(QPoint(row.okX, back.y()), size));
+    m_btnCancel->setGeometry(QRect(QPoint(row.cancelX, back.y()), size));
+    // Between the next button and OK there is room for the online indicator.
+    const int gap = std::min(size.width() / 6, row.okX - row.cancelX - size.width());
+    const int nextRight = row.backX + row.nextOffset + size.width();
+    m_panelRoom = QRect(nextRight + gap, back.y(), row.okX - gap - nextRight - gap, size.height());
+    placePanel();
+}
+
+// The online indicator stands where Cancel stands, which is hidden whenever it shows;
+// a longer text ("Rückdokumentation") takes more of the room between next and OK.
+void TwizPageControl::placePanel()
+{
+    if (!m_onlinePanel) return;
+    if (!m_btnCancel || m_panelRoom.isEmpty()) {
+        if (m_searchEdit)
+            m_onlinePanel->move(m_searchEdit->x() - m_onlinePanel->width() - 10, m_searchEdit->y());
+        return;
+    }
+    const QRect cancel = m_btnCancel->geometry();
+    const int width = std::max(cancel.width(), m_onlinePanel->sizeHint().width());
+    QRect panel(cancel.right() + 1 - width, cancel.y(), width, cancel.height());
+    if (panel.left() < m_panelRoom.left()) panel.moveLeft(m_panelRoom.left());
+    m_onlinePanel->setGeometry(panel);
 }
 
 TwizButton *TwizPageControl::NewButton(TwizButton *button, TButtonKind kind, const QString &caption,
@@ -198,6 +287,23 @@ TwizButton *TwizPageControl::NewButton(TwizButton *button, TButtonKind kind, con
     button->setObjectName(name);
     button->setText(caption);
     return button;
+}
+
+QSize TwizPageControl::minimumSizeHint() const
+{
+    QSize pages;
+    for (int n = 0; n < count(); ++n) {
+        const QRect used = widget(n)->childrenRect();
+        pages = pages.expandedTo(QSize(used.right() + 1 + m_titleLeft, used.bottom() + 1));
+    }
+    // The page area sits inside the tab widget's frame (and tab bar, while designing).
+    const QRect area = pageArea();
+    return pages + QSize(width() - area.width(), height() - area.height());
+}
+
+QSize TwizPageControl::sizeHint() const
+{
+    return QTabWidget::sizeHint().expandedTo(minimumSizeHint());
 }
 
 void TwizPageControl::resizeEvent(QResizeEvent *event)
@@ -221,8 +327,8 @@ void TwizPageControl::showEvent(QShowEvent *event)
 
 void TwizPageControl::Resize()
 {
+    placeSearch(); // first: a long title makes room for the search field
     UpdateTabLabels();
-    placeSearch();
 }
 
 void TwizPageControl::createFormParts()
@@ -254,6 +360,7 @@ void TwizPageControl::createFormParts()
         m_onlinePanel->setFrameStyle(QFrame::Panel | QFrame::Raised);
         m_onlinePanel->setAlignment(Qt::AlignCenter);
         m_onlinePanel->setAutoFillBackground(true);
+        m_onlinePanel->setMargin(4);
         m_onlinePanel->resize(kPanelWidth, m_searchEdit->height());
         m_onlinePanel->hide();
     }
@@ -262,16 +369,18 @@ void TwizPageControl::createFormParts()
         w->raise();
 }
 
-// Search field and button stand at the right end of the title row, the online
-// indicator left of them.
+// Search field and button stand at the right end of the title row; the button is as
+// wide as its caption needs.
 void TwizPageControl::placeSearch()
 {
     if (!m_searchEdit || !m_searchBtn) return;
     const QRect pc = rectInHost();
     const int top = pc.y() + pageArea().y() + m_titleTop;
+    m_searchBtn->resize(std::max(kSearchButtonWidth, m_searchBtn->sizeHint().width()),
+                        std::max(m_searchEdit->height(), m_searchBtn->sizeHint().height()));
     m_searchBtn->move(pc.x() + pc.width() - m_searchBtn->width() - 10, top);
     m_searchEdit->move(m_searchBtn->x() - m_searchEdit->width() - 5, top);
-    if (m_onlinePanel) m_onlinePanel->move(m_searchEdit->x() - m_onlinePanel->width() - 10, top);
+    if (!m_btnCancel) placePanel();
 }
 
 void TwizPageControl::UpdateLanguage()
@@ -289,6 +398,7 @@ void TwizPageControl::UpdateLanguage()
     if (m_searchBtn) {
         m_searchBtn->setText(s_Search);
         m_searchBtn->setToolTip(s_SearchTextHint);
+        placeSearch();
     }
     if (m_searchEdit) m_searchEdit->setToolTip(s_InputSearchTxt);
     updateOkHint();

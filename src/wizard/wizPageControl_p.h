@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSize>
 
 class QLineEdit;
 class QTabWidget;
@@ -29,6 +30,17 @@ protected:
 private:
     TwizPageControl *m_pageControl;
     QPointer<QWidget> m_form;
+};
+
+/// Where the buttons of the wizard's row go: their common size, the back button's x, the
+/// next button's distance from it, Cancel's and OK's x (coordinates of OK's parent).
+struct ButtonRow
+{
+    QSize size;
+    int backX = 0;
+    int nextOffset = 0;
+    int cancelX = 0;
+    int okX = 0;
 };
 
 /// The tab widget a widget is a page of, and its index there; null when it is no page.

@@ -8,6 +8,7 @@
 #include "SimulatedDrive.h"
 #include "drivewiz/host_api.h"
 #include "paramctrls/ParamCtrls.h"
+#include "paramtable/ParaTable.h"
 
 #include <gtest/gtest.h>
 
@@ -373,3 +374,42 @@ INSTANTIATE_TEST_SUITE_P(
         return std::string(kCbNames[int(std::get<0>(info.param))]) +
                kFaultNames[int(std::get<1>(info.param))];
     });
+
+// A table used without a form, freed by the host inside its own read: the read ends
+// safely, the table takes no more messages, and it is freed once the host pumps again.
+namespace {
+
+dwz_table *g_table = nullptr;
+
+int32_t destroyingRead(char *buffer, int32_t size, uint32_t, uint32_t, uint8_t *status)
+{
+    *status = 0;
+    if (g_table) dwz_table_destroy(std::exchange(g_table, nullptr));
+    if (buffer && size > 0) qstrncpy(buffer, "7", size_t(size));
+    return 1;
+}
+
+} // namespace
+
+TEST(HostFaultsTable, TableFreedInsideItsOwnReadIsFreedLater)
+{
+    g_table = dwz_table_create();
+    const QByteArray params =
+        test::sourcePath(QStringLiteral("data/sample/Parameter.csv")).toUtf8();
+    ASSERT_GT(dwz_table_load(g_table, params.constData()), 0);
+    dwz_callbacks cb{};
+    cb.get_para_value = destroyingRead;
+    dwz_table_set_callbacks(g_table, &cb);
+    QPointer<QObject> table = reinterpret_cast<TParaTable *>(g_table);
+    const uintptr_t window = dwz_table_window(g_table);
+    dwz_table *handle = g_table;
+    dwz_table_refresh(handle, "A80"); // the host frees the table in there
+    EXPECT_EQ(g_table, nullptr);
+    EXPECT_FALSE(table.isNull()); // still used by the library until the call is over
+    EXPECT_EQ(dwz_post_message(window, DWZ_MSG_TOOL, 0x01140000u, 1), 0);
+    dwz_process_events(0);
+    EXPECT_TRUE(table.isNull());
+    EXPECT_EQ(test::recorder().messages(),
+              QStringList({"Fehler des Host-Programms: Der Assistent wurde während des Aufrufs "
+                           "von fcbtGetParaValue geschlossen."}));
+}

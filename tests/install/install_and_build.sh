@@ -32,6 +32,16 @@ config=$(find "$prefix" -name drivewizConfig.cmake | head -n 1)
 pc=$(find "$prefix" -name drivewiz.pc | head -n 1)
 [ -n "$pc" ] || fail "drivewiz.pc not installed"
 
+# The Designer plugin lies in Qt's plugin folder under the prefix and finds the
+# installed library, not the build's.
+plugin=$(find "$prefix" -path '*/plugins/designer/*drivewiz_designer*.so' | head -n 1)
+[ -n "$plugin" ] || fail "the Designer plugin is not installed under plugins/designer"
+resolved=$(env -u LD_LIBRARY_PATH ldd "$plugin" | awk '/libdrivewiz\.so/ {print $3}')
+case "$resolved" in
+  "$prefix"/*) ;;
+  *) fail "the installed plugin finds libdrivewiz at '$resolved', not in $prefix" ;;
+esac
+
 # The example, against the installed package only.
 launch=()
 [ -n "$launcher" ] && launch=(-DCMAKE_CXX_COMPILER_LAUNCHER="$launcher")

@@ -10,6 +10,7 @@
 #include "widgets/wizCombo.h"
 #include "wizard/wizPageControl.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QSignalSpy>
@@ -40,6 +41,7 @@ protected:
                 combo(input)->setCurrentIndex(i);
         }
         combo(input)->hidePopup();
+        QApplication::setActiveWindow(form.get()); // the list's window had the focus
         settle();
     }
     QStringList keys(TInput *input)
@@ -134,6 +136,17 @@ TEST_F(BinaryInput, PruningCountsFromTheFirstEntrysKeyAndKeepsTheSelection)
     EXPECT_EQ(keys(input).mid(11), QStringList({QStringLiteral("11"), QStringLiteral("12"),
                                                 QStringLiteral("20")}));
     EXPECT_EQ(input->RememberedOptionBoard(), QStringLiteral("KBM 7701"));
+}
+
+TEST_F(BinaryInput, TheKeysChooseOnlyAmongTheFittedInputs)
+{
+    setValue(QStringLiteral("E58"), QStringLiteral("KBM 7700"));
+    TBEinput *input = binaryInput(QStringLiteral("A60"), QStringLiteral("A310"), 0);
+    combo(input)->setFocus(Qt::TabFocusReason); // entering fills the list, pruned
+    EXPECT_EQ(combo(input)->count(), 13);
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(combo(input), Qt::Key_Down);
+    EXPECT_EQ(input->P_Quelle->GetText(), QStringLiteral("12: BE5 invers"));
 }
 
 // The beep counts from (index - 2) div 2, the terminal from (index - 1) div 2: input 6
@@ -272,6 +285,27 @@ TEST_F(BinaryInput, TheArrowAndCtrlRightLeadToTheBitOnItsPage)
     EXPECT_EQ(pc->currentWidget(), second);
     EXPECT_TRUE(bar->Rows().at(2).box->hasFocus());
     EXPECT_EQ(input->SourceIndex(), 2); // the key did not change the source
+}
+
+TEST_F(BinaryInput, TheJumpToABitOnThePageInViewKeepsTheChangesMadeThere)
+{
+    // A wizard reads a page's values afresh when it moves to the page: a jump within the
+    // page shown must not move, or the sources just chosen would be read back.
+    table->SetCallbacks(sim::SimulatedDrive::callbacks());
+    auto *pc = new TwizPageControl(form.get());
+    pc->setGeometry(0, 0, 600, 400);
+    auto *page = new QWidget;
+    pc->addTab(page, QStringLiteral("Eingänge"));
+    pc->SetwizParaSource(table);
+    pc->show();
+    TBitLeiste *bar = bitBar(QStringLiteral("A180"), 0, {QStringLiteral("0"), QStringLiteral("1"),
+                                                         QStringLiteral("2")}, page);
+    TBEinput *input = binaryInput(QStringLiteral("A61"), QStringLiteral("A311"), 1, page);
+    input->P_Quelle->SetText(QStringLiteral("2: Feldbus-Bit")); // the drive has 5: BE2
+    combo(input)->setFocus();
+    QTest::keyClick(combo(input), Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_TRUE(bar->Rows().at(1).box->hasFocus());
+    EXPECT_EQ(input->P_Quelle->GetText(), QStringLiteral("2: Feldbus-Bit"));
 }
 
 TEST_F(BinaryInput, TheDesignerNamesTheFrameAndOffersToCountOn)

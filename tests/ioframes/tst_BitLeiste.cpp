@@ -280,3 +280,17 @@ TEST_F(BitBar, TheDesignerGetsTwoRowsToStartWith)
               QStringList({QStringLiteral("WizCaption 1"), QStringLiteral("WizCaption 2")}));
     EXPECT_EQ(bar.Rows().size(), 2u);
 }
+
+TEST_F(BitBar, TwoBarsOnTwoControlsOfOneWordKeepEachOthersBits)
+{
+    TBitLeiste *low = bitBar(QStringLiteral("A180"), 0, {QStringLiteral("0"), QStringLiteral("1")});
+    TBitLeiste *high = bitBar(QStringLiteral("A180"), 8, {QStringLiteral("8"), QStringLiteral("9")});
+    ASSERT_NE(low->wizParaControl(), high->wizParaControl());
+    click(box(low, 1));
+    settle();
+    EXPECT_EQ(high->wizParaControl()->GetText(), QStringLiteral("0000000101010111bin"));
+    click(box(high, 1));
+    settle();
+    EXPECT_EQ(low->wizParaControl()->GetText(), QStringLiteral("0000001101010111bin"));
+    EXPECT_TRUE(box(low, 1)->isChecked());
+}

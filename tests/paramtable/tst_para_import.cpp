@@ -161,19 +161,22 @@ TEST_F(ImportTableMerge, OtherColumnsOrOrderAreRefused)
 }
 
 // The merge must give what appending line by line with a fresh index after each line
-// gives, on files full of repeats, blank coordinates and odd axes.
+// gives, on files full of repeats, blank coordinates, odd axes or numbers and long keys.
 TEST_F(ImportTableMerge, LinearMergeMatchesLineByLineMerge)
 {
     auto *rng = QRandomGenerator::global();
     for (int round = 0; round < 20; ++round) {
-        QByteArray a = kTitle, b = kTitle;
+        const QByteArray title = round % 2 ? kTitle : "Name;Koordinate;Nummer;Wert\r\n";
+        QByteArray a = title, b = title;
         for (QByteArray *f : {&a, &b}) {
             for (int i = 0; i < 60; ++i) {
                 const int n = int(rng->bounded(12));
                 const char *axes[] = {"1", "2", "", "x", " 3"};
                 *f +=
                     "n" + QByteArray::number(i) + ";" +
-                    (n == 11 ? QByteArray() : "A" + QByteArray::number(n).rightJustified(2, '0')) +
+                    (n == 11   ? QByteArray()
+                     : n == 10 ? "B7.1234567890123" // a sort string of more than 16 bytes
+                               : "A" + QByteArray::number(n).rightJustified(2, '0')) +
                     ";" + axes[rng->bounded(5)] + ";v\r\n";
             }
         }
@@ -197,6 +200,25 @@ TEST_F(ImportTableMerge, LinearMergeMatchesLineByLineMerge)
             ASSERT_EQ(fast.fGetParamName(p), slow.fGetParamName(p)) << round << " " << p;
     }
     messages();
+}
+
+// A Windows-1252 file merged into a UTF-8 one: texts arrive as the same characters, a row
+// of more than 64 KB keeps all its cells, and the new rows are found at once.
+TEST_F(ImportTableMerge, WindowsFilesAndLongRowsMergeLikeOthers)
+{
+    TImportTable t;
+    t.ImportTable(write("a.csv", rows({"Gr\xC3\xB6\xC3\x9F" "e;A01;1;1"})));
+    const QByteArray longName(70000, 'x');
+    t.AddCSVFile(write("b.csv", rows({"\"Ma\xDF; neu\";A02;1;\xB0" "C", "dup;A01;1;9",
+                                      (longName + ";A03;1;5").constData()})));
+    EXPECT_TRUE(messages().isEmpty());
+    ASSERT_EQ(t.RowCount(), 3);
+    EXPECT_EQ(t.fGetParamName(t.FindParam("A01", "1")), QString::fromUtf8("Gr\xC3\xB6\xC3\x9F" "e"));
+    EXPECT_EQ(t.fGetParamName(t.FindParam("A02", "1")), QString::fromUtf8("Ma\xC3\x9F; neu"));
+    EXPECT_EQ(t.ValueByColName(t.FindParam("A02", "1"), "Wert"), QString::fromUtf8("\xC2\xB0" "C"));
+    const int p = t.FindParam("A03", "1");
+    EXPECT_EQ(t.fGetParamName(p).size(), longName.size());
+    EXPECT_EQ(t.ValueByColName(p, "Wert"), QStringLiteral("5"));
 }
 
 class ImportTableIndex : public CsvFiles

@@ -42,6 +42,7 @@ struct FakeHost
     // Runs inside a read, between the length and the text, as a host that lets its
     // events run while it talks to the drive.
     std::function<void(quint32 address)> duringRead;
+    std::function<void()> duringSubscribe; // once, inside the next subscribe call
 };
 FakeHost *host = nullptr;
 
@@ -70,6 +71,7 @@ char setValue(const char *value, uint32_t, uint32_t address, int32_t)
 void subscribe(uint32_t, uint32_t address, int32_t cycle)
 {
     host->subscriptions.emplace_back(address, cycle);
+    if (host->duringSubscribe) std::exchange(host->duringSubscribe, nullptr)();
 }
 
 const QByteArray kDescriptions = "Name;Koordinate;Achse;Wert;Art;USS-Adresse /hex;Write-Level\r\n"
@@ -529,4 +531,28 @@ TEST(ParaTableUnits, IndirectUnitsFollowTheirSource)
     EXPECT_EQ(einheit->GetText(), QStringLiteral("m"));
     EXPECT_EQ(weg->unitLabel()->text(), QStringLiteral("m"));
     host = nullptr;
+}
+
+// The host switches the mode again inside a callback of a switch (posting 0x8007 and
+// letting it run): the newer switch wins, and the host's subscriptions are the table's.
+TEST_F(ParaTableForm, ModeSwitchInsideASwitchEndsInTheNewerMode)
+{
+    connectHost();
+    table->SetOnline(omOnline);
+    ASSERT_EQ(table->UpdateList().size(), 2u);
+    fake.duringSubscribe = [this] {
+        PostMessage(table->WindowHandle(), wmToolOnlineMode, omOnline, 0);
+        QCoreApplication::processEvents();
+    };
+    post(wmToolOnlineMode, omOffline, 0);
+    EXPECT_EQ(table->Online(), omOnline);
+    std::map<quint32, int> active; // what the host has subscribed now
+    for (const auto &[address, cycle] : fake.subscriptions)
+        active[address] += cycle > 0 ? 1 : -1;
+    for (const auto &[address, count] : active) {
+        const bool listed =
+            std::count(table->UpdateList().begin(), table->UpdateList().end(), address) == 1;
+        EXPECT_EQ(count, listed ? 1 : 0) << address;
+    }
+    EXPECT_FALSE(table->UpdateList().empty());
 }

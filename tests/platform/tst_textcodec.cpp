@@ -47,6 +47,8 @@ TEST(TextCodec, ValidUtf8IsDecodedAsUtf8AndItsBomDropped)
               QStringLiteral("abc"));
     EXPECT_EQ(decodeText("\xEF\xBB\xBF"), QString());
     EXPECT_EQ(decodeText(QByteArray()), QString());
+    // Only the first mark is dropped: a second one is a character of the text.
+    EXPECT_EQ(decodeText("\xEF\xBB\xBF\xEF\xBB\xBF\xC3\xA4"), QStringLiteral("\uFEFFä"));
 }
 
 TEST(TextCodec, OneInvalidSequenceMakesTheWholeTextWindows1252)

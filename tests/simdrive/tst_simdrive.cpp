@@ -90,15 +90,21 @@ protected:
 
 // --- loading -------------------------------------------------------------------------
 
-// Every row of the sample file but its title line (the sample grows as demos need).
-static int sampleRows()
+namespace {
+
+// The sample file's parameter rows (every line but the titles has its own address).
+int sampleRows()
 {
-    return int(test::readFile(test::sourcePath(QStringLiteral("data/sample/Parameter.csv"))).count('\n')) - 1;
+    return int(test::readFile(test::sourcePath(QStringLiteral("data/sample/Parameter.csv")))
+                   .count("\r\n")) -
+           1;
 }
+
+} // namespace
 
 TEST_F(SimDrive, LoadsEveryRowUnderItsAddress)
 {
-    EXPECT_GE(sampleRows(), 406);
+    EXPECT_GE(sampleRows(), 422);
     EXPECT_EQ(drive.parameterCount(), sampleRows());
     EXPECT_EQ(drive.addressOf(QStringLiteral("A40.1"), 1), kRampe1);
     EXPECT_EQ(drive.addressOf(QStringLiteral("b33.4"), 2), 0x42084004u);
@@ -285,6 +291,26 @@ TEST_F(SimDrive, HelpIsRtfWithEscapedUmlauts)
 
 // --- moving values and subscriptions ---------------------------------------------------------
 
+TEST_F(SimDrive, FunctionStatesFollowTheirSourcesAndTheFittedBoard)
+{
+    const quint32 a60 = drive.addressOf(QStringLiteral("A60"), 1);
+    const quint32 a300 = drive.addressOf(QStringLiteral("A300"), 1);
+    const quint32 a180 = drive.addressOf(QStringLiteral("A180"), 1);
+    now = 0;
+    ASSERT_TRUE(drive.setValue(a60, QStringLiteral("4: BE1 invers")));
+    EXPECT_EQ(drive.value(a300), QStringLiteral("1: HIGH"));
+    ASSERT_TRUE(drive.setValue(a60, QStringLiteral("2: Feldbus-Bit")));
+    EXPECT_EQ(drive.value(a300), QStringLiteral("0: LOW"));
+    ASSERT_TRUE(drive.setValue(a180, QStringLiteral("0000000000000001bin")));
+    EXPECT_EQ(drive.value(a300), QStringLiteral("1: HIGH"));
+    // BE6 (2300 ms) is on the option board: without a KBQ it stays low.
+    ASSERT_TRUE(drive.setValue(a60, QStringLiteral("13: BE6")));
+    now = 2300;
+    EXPECT_EQ(drive.value(a300), QStringLiteral("1: HIGH"));
+    ASSERT_TRUE(drive.setValue(drive.addressOf(QStringLiteral("E58")), QStringLiteral("KBM 7700")));
+    EXPECT_EQ(drive.value(a300), QStringLiteral("0: LOW"));
+}
+
 TEST_F(SimDrive, MovingValuesFollowTheClock)
 {
     const quint32 e48 = drive.addressOf(QStringLiteral("E48"), 1);
@@ -296,15 +322,20 @@ TEST_F(SimDrive, MovingValuesFollowTheClock)
     now = 1700;
     EXPECT_EQ(drive.value(e48), QStringLiteral("4: Betrieb freigegeben"));
 
+    // Function states follow their sources: A60 = BE1 on both axes, A64 = BE5 inverted on
+    // axis 1 and bit 4 of the control word (set) on axis 2.
     const quint32 a300 = drive.addressOf(QStringLiteral("A300"), 1);
-    const quint32 a300ax2 = drive.addressOf(QStringLiteral("A300"), 2);
+    const quint32 a304 = drive.addressOf(QStringLiteral("A304"), 1);
+    const quint32 a304ax2 = drive.addressOf(QStringLiteral("A304"), 2);
     now = 0;
     EXPECT_EQ(drive.value(a300), QStringLiteral("0: LOW"));
-    EXPECT_EQ(drive.value(a300ax2), QStringLiteral("0: LOW"));
-    now = 350;
-    EXPECT_EQ(drive.value(a300ax2), QStringLiteral("1: HIGH"));
+    EXPECT_EQ(drive.value(a304), QStringLiteral("1: HIGH"));
+    EXPECT_EQ(drive.value(a304ax2), QStringLiteral("1: HIGH"));
     now = 700;
     EXPECT_EQ(drive.value(a300), QStringLiteral("1: HIGH"));
+    EXPECT_EQ(drive.value(drive.addressOf(QStringLiteral("E12"))), QStringLiteral("0000000000001bin"));
+    now = 1900;
+    EXPECT_EQ(drive.value(a304), QStringLiteral("0: LOW"));
 
     now = 2000; // a quarter of I330's period: the peak, half the upper limit 200
     EXPECT_EQ(drive.value(drive.addressOf(QStringLiteral("I330"), 1)), QStringLiteral("100.00"));

@@ -147,19 +147,37 @@ TEST_F(PageParts, TitlesBevelsAndButtonsStandWhereTheWizardExpects)
         const QPoint backInPage = page(n)->mapFromGlobal(back->mapToGlobal(QPoint()));
         EXPECT_EQ(lower->geometry(), QRect(8, backInPage.y() - 7, 480 - 16, 2));
     }
-    auto *next = part<QPushButton>(1, GetBtnNextName(1));
-    EXPECT_EQ(next->mapToGlobal(QPoint()), back->mapToGlobal(QPoint(100, 0))); // 75 * 4 / 3
-    EXPECT_EQ(next->size(), back->size());
-    EXPECT_EQ(next->text(), QStringLiteral("Weiter"));
+    // The buttons share one size: the back button's 75 x 25 or what "Abbrechen" with its
+    // icon needs; their places follow it as the wizard's arithmetic says.
+    pc->resize(640, 480); // room for the arithmetic with wider buttons
+    back->move(20, 440);
+    pc->UpdateTabLabels(); // a hidden button reports no move
     TwizButton *ok = pc->BtnOK();
     TwizButton *cancel = pc->BtnCancel();
     ASSERT_TRUE(ok && cancel);
-    EXPECT_EQ(ok->geometry(), QRect(480 - 75 * 3 / 2, 440, 75, 25));
-    EXPECT_EQ(cancel->geometry(), QRect(ok->x() - 100, 440, 75, 25));
+    const QSize size = back->size();
+    EXPECT_GE(size.width(), 75);
+    EXPECT_EQ(size.width(), std::max(75, cancel->sizeHint().width()));
+    auto *next = part<QPushButton>(1, GetBtnNextName(1));
+    EXPECT_EQ(next->mapToGlobal(QPoint()), back->mapToGlobal(QPoint(size.width() * 4 / 3, 0)));
+    EXPECT_EQ(next->size(), size);
+    EXPECT_EQ(next->text(), QStringLiteral("Weiter"));
+    EXPECT_EQ(ok->geometry(), QRect(QPoint(640 - size.width() * 3 / 2, 440), size));
+    EXPECT_EQ(cancel->geometry(), QRect(QPoint(ok->x() - size.width() * 4 / 3, 440), size));
     EXPECT_EQ(cancel->text(), QStringLiteral("Abbrechen"));
+    // Too little room for that: back moves left, at last the row is shared evenly.
+    pc->resize(480, 480);
+    back->move(200, 440);
+    pc->UpdateTabLabels();
+    const int nextRight = next->mapTo(form.get(), QPoint(size.width(), 0)).x();
+    EXPECT_LT(back->x(), 200);
+    EXPECT_GT(cancel->x(), nextRight);
+    EXPECT_GT(ok->x(), cancel->x() + size.width());
+    EXPECT_LE(ok->x() + size.width(), 480);
     EXPECT_FALSE(pc->tabBar()->isVisible());        // tabs are for the designer only
     EXPECT_GE(page(0)->height(), pc->height() - 4); // and take no room at run time
-    EXPECT_EQ(pc->SearchButton()->x(), 480 - 75 - 10);
+    EXPECT_EQ(pc->SearchButton()->x(), 480 - pc->SearchButton()->width() - 10);
+    EXPECT_GE(pc->SearchButton()->width(), 75);
     EXPECT_EQ(pc->SearchEdit()->x(), pc->SearchButton()->x() - 121 - 5);
 }
 

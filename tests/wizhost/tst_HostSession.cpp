@@ -1,9 +1,8 @@
 // The demo host's session: wizards through the C host interface with the simulated
 // drive, switches that reach the open wizard, the hidden page rule and the log.
 
-#include "support/testing.h"
+#include "session_fixture.h"
 
-#include "HostSession.h"
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "platform/dialogs.h"
@@ -29,30 +28,14 @@ using namespace drivewiz::wizhost;
 
 namespace {
 
-class Session : public testing::Test
+class Session : public HostSessionTest
 {
 protected:
     void SetUp() override
     {
-        // The wizards' language files, and the wiz.cfg they write, in a folder of the test.
-        for (const char *name : {"wizling.1", "wizling.2"})
-            QFile::copy(test::sourcePath(QStringLiteral("data/sample/") + QLatin1String(name)),
-                        dir.filePath(QLatin1String(name)));
-        SetConfigFolder(dir.path());
-        options.dataDir = test::sourcePath(QStringLiteral("data/sample"));
-        options.formsDir = test::sourcePath(QStringLiteral("apps/wizhost/forms"));
-        options.logFile = dir.filePath(QStringLiteral("host.log"));
-        session = std::make_unique<HostSession>(options);
-        QString error;
-        ASSERT_TRUE(session->start(error)) << error.toStdString();
+        HostSessionTest::SetUp();
         QObject::connect(session.get(), &HostSession::logLine,
                          [this](const QString &line) { lines << line; });
-    }
-    void TearDown() override
-    {
-        session.reset();
-        SetConfigFolder(QString());
-        ResetCommonStrings();
     }
 
     QDialog *open(Wizard which = Wizard::Setup)
@@ -80,9 +63,6 @@ protected:
         } while (!deadline.hasExpired());
     }
 
-    QTemporaryDir dir;
-    HostOptions options;
-    std::unique_ptr<HostSession> session;
     QStringList lines;
 };
 
@@ -123,19 +103,16 @@ TEST_F(Session, LanguageSwitchReachesEveryTextOfTheOpenWizard)
                                    QStringLiteral("< Zurück"), "Abbrechen", "Suchen",
                                    "Allgemein", "Allgemein", "Klick zur Parameterbeschreibung",
                                    QStringLiteral("Bestätigen")}));
-    session->setLanguage(2);
-    settle();
-    EXPECT_EQ(texts(), QStringList({"Drive set-up wizard", "Next", "< Back", "Cancel", "Search",
-                                    "General", "General", "Click for the parameter description",
-                                    "Confirm"}));
+    session->setLanguage(2); // the texts follow from the event loop
+    QTRY_COMPARE(texts(), QStringList({"Drive set-up wizard", "Next", "< Back", "Cancel",
+                                       "Search", "General", "General",
+                                       "Click for the parameter description", "Confirm"}));
     session->setOnlineMode(DWZ_READBACK);
-    settle();
-    EXPECT_EQ(pages->OnlinePanel()->text(), QStringLiteral("Read-back documentation"));
+    QTRY_COMPARE(pages->OnlinePanel()->text(), QStringLiteral("Read-back"));
     EXPECT_TRUE(lines.contains(QStringLiteral("# mode: Read-back"))) << lines.join(QLatin1Char('|')).toStdString();
     session->setLanguage(1);
-    settle();
-    EXPECT_EQ(texts(), german);
-    EXPECT_EQ(pages->OnlinePanel()->text(), QStringLiteral("Rückdokumentation"));
+    QTRY_COMPARE(texts(), german);
+    QTRY_COMPARE(pages->OnlinePanel()->text(), QStringLiteral("Rückdokumentation"));
     EXPECT_TRUE(lines.contains(QStringLiteral("# Sprache: 1")));
 }
 
