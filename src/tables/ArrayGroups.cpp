@@ -9,11 +9,13 @@
 #include "paramtable/coordinates.h"
 #include "platform/convert.h"
 #include "platform/dialogs.h"
+#include "tables/ArrayGroups_p.h"
 #include "util/Divers.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QPainter>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -316,7 +318,35 @@ const std::vector<int> &TArrayGroup::rows()
     }
     m_rowsKey = {qint64(quintptr(m_table.data())), m_table->RowCount(), m_table->CurrentAx(),
                  m_arrayLen, qint64(qHash(m_params.join(QLatin1Char(','))))};
+    ++m_rowsGeneration;
     return m_rows;
+}
+
+const tables::ElementValues &TArrayGroup::elementValues()
+{
+    using tables::ElementValues;
+    if (!m_values) m_values = std::make_unique<ElementValues>();
+    ElementValues &v = *m_values;
+    const std::vector<int> &r = rows(); // first: looking up may add rows
+    const int col = m_table ? m_table->FindColumn(QStringLiteral("Wert")) : -1;
+    const quint64 revision = m_table ? m_table->CellRevision() : 0;
+    if (v.rowsGeneration == m_rowsGeneration && v.cellRevision == revision && v.column == col &&
+        v.length == m_arrayLen && v.kind.size() == r.size())
+        return v;
+    v.littleEndian.resize(r.size());
+    v.kind.resize(r.size());
+    for (size_t k = 0; k < r.size(); ++k) {
+        quint32 value = 0;
+        v.kind[k] = r[k] >= 0 && col >= 0
+                        ? tables::classifyValue(m_table->CellAt(r[k], col), value)
+                        : ElementValues::Empty;
+        v.littleEndian[k] = qToLittleEndian(value);
+    }
+    v.rowsGeneration = m_rowsGeneration;
+    v.cellRevision = revision;
+    v.column = col;
+    v.length = m_arrayLen;
+    return v;
 }
 
 int TArrayGroup::row(int param, int element)

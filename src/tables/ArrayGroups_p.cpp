@@ -5,7 +5,9 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace drivewiz::tables {
 
@@ -182,6 +184,27 @@ bool parseIntegerValue(QStringView text, qint64 &value)
     if (!parseNumber(t, d) || std::fabs(d) > 9.2e18) return false;
     value = qint64(std::nearbyint(d)); // the default rounding mode: halves to even
     return true;
+}
+
+ElementValues::Kind classifyValue(QStringView text, quint32 &value)
+{
+    value = 0;
+    if (text.isEmpty()) return ElementValues::Empty;
+    qint64 parsed = 0;
+    const bool ok = parseIntegerValue(text, parsed);
+    value = quint32(parsed);
+    if (!ok || parsed < std::numeric_limits<qint32>::min() ||
+        parsed > std::numeric_limits<quint32>::max())
+        return ElementValues::Other;
+    char digits[16];
+    const auto [end, ec] = std::to_chars(digits, digits + sizeof digits, parsed);
+    Q_UNUSED(ec)
+    if (text.size() != end - digits) return ElementValues::Other;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].unicode() != char16_t(digits[i])) return ElementValues::Other;
+    }
+    return parsed > std::numeric_limits<qint32>::max() ? ElementValues::Unsigned
+                                                        : ElementValues::Signed;
 }
 
 QString qtFileFilter(const QString &filter)
