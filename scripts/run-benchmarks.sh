@@ -33,7 +33,8 @@ for b in "${benches[@]}"; do
   "$b" --benchmark_repetitions="$reps" --benchmark_display_aggregates_only=true \
     --benchmark_enable_random_interleaving=true --benchmark_filter="$filter" \
     --benchmark_out="$out/$name.json" --benchmark_out_format=json
-  parts+=("$out/$name.json")
+  # A program whose benchmarks the filter leaves out writes an empty file.
+  if [ -s "$out/$name.json" ]; then parts+=("$out/$name.json"); fi
 done
 load_after=$(cut -d' ' -f1-3 /proc/loadavg 2>/dev/null || echo "?")
 

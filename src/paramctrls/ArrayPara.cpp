@@ -56,7 +56,7 @@ bool TArrayPara::GetArrayElement(int element)
     if (elementRow(element) < 0) {
         ShowMessage(QStringLiteral("WizardError in TArrayPara.GetArrayElement\r") +
                     QStringLiteral("Control name: ") + objectName() + QLatin1Char('\r') +
-                    QStringLiteral("Kooridnate: ") + m_array + QLatin1Char('\r') +
+                    QStringLiteral("Kooridnate: ") + m_array +
                     QStringLiteral("Array-Element unknown (") + QString::number(element) +
                     QLatin1Char(')'));
         return false;

@@ -163,9 +163,13 @@ TEST_F(ArrayGroupForm, LengthChangesAreCheckedAskedAndMakeTheirRecords)
 
 TEST_F(ArrayGroupForm, ElementAccessReportsUnknownElements)
 {
+    auto &rec = drivewiz::test::recorder();
     EXPECT_FALSE(paras[1]->GetArrayElement(7));
+    ASSERT_FALSE(rec.entries().empty());
+    EXPECT_EQ(rec.entries().back().kind, DialogRecorder::Kind::Message);
+    // The coordinate runs straight into the element's text, misspelling and all.
     EXPECT_EQ(messages(), QStringList({"WizardError in TArrayPara.GetArrayElement\rControl name: "
-                                       "P_K11\rKooridnate: K11\rArray-Element unknown (7)"}));
+                                       "P_K11\rKooridnate: K11Array-Element unknown (7)"}));
     EXPECT_EQ(paras[1]->Element(), 0);
     EXPECT_FALSE(paras[1]->SetArrayElement(7));
     EXPECT_EQ(messages(), QStringList({"TArrayPara.SetArrayElement: K11.7 unbekannt!"}));
