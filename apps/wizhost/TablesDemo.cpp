@@ -185,8 +185,7 @@ MeasurementWindow::MeasurementWindow(HostSession &session, QWidget *parent)
     : QDialog(parent), m_session(session)
 {
     setObjectName(QStringLiteral("MeasurementWindow"));
-    setWindowTitle(wizReadString(session.languageFile(), QStringLiteral("Tables"),
-                                 QStringLiteral("cMeasurementTitle"), QStringLiteral("Messung")));
+    setWindowTitle(text("cMeasurementTitle", "Messung"));
     // A parameter table of its own gives the channels their names, units and scaling.
     auto *table = new TParaTable(this);
     table->SetParamFileName(session.descriptionFile());
@@ -221,8 +220,8 @@ MeasurementWindow::MeasurementWindow(HostSession &session, QWidget *parent)
     connect(record, &QPushButton::clicked, this, &MeasurementWindow::Record);
     connect(open, &QPushButton::clicked, this, [this] {
         const QString file = dialogService()->getOpenFileName(
-            QStringLiteral("Messung öffnen"), m_files->currentText(),
-            QStringLiteral("CSV-Dateien (*.csv *.CSV);;Alle Dateien (*)"));
+            text("cOpenMeasurement", "Messung öffnen"), m_files->currentText(),
+            text("cMeasurementFilter", "CSV-Dateien (*.csv *.CSV);;Alle Dateien (*)"));
         if (!file.isEmpty()) Open(file);
     });
     connect(m_files, &QComboBox::textActivated, this, [this](const QString &file) { Open(file); });
@@ -235,12 +234,18 @@ MeasurementWindow::MeasurementWindow(HostSession &session, QWidget *parent)
 
 MeasurementWindow::~MeasurementWindow() = default;
 
+QString MeasurementWindow::text(const char *key, const char *german) const
+{
+    return wizReadString(m_session.languageFile(), QStringLiteral("Tables"), QLatin1String(key),
+                         QString::fromUtf8(german));
+}
+
 bool MeasurementWindow::Record()
 {
-    const QString file = m_dir.filePath(QStringLiteral("Aufzeichnung_%1.csv").arg(++m_recordings));
+    const QString file = m_dir.filePath(text("cRecordingFile", "Aufzeichnung_%1.csv").arg(++m_recordings));
     if (!m_session.drive().writeRecording(file, {QStringLiteral("E08"), QStringLiteral("E02"),
                                                  QStringLiteral("I330"), QStringLiteral("E10")})) {
-        ShowMessage(QStringLiteral("Aufzeichnung nicht möglich: ") + file);
+        ShowMessage(text("cRecordFailed", "Aufzeichnung nicht möglich:") + QLatin1Char(' ') + file);
         return false;
     }
     return Open(file);

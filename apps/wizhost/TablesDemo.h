@@ -52,6 +52,8 @@ public:
 
 private:
     void showInfo();
+    /// A text of the window in the session's language (section "Tables").
+    QString text(const char *key, const char *german) const;
 
     HostSession &m_session;
     QTemporaryDir m_dir;

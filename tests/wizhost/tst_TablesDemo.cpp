@@ -12,9 +12,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -119,6 +121,49 @@ TEST_F(TablesDemo, MeasurementWindowPlotsARecordingOfTheDrive)
     EXPECT_TRUE(window.Plot()->ReadOut().contains(QStringLiteral("E08 Drehzahl Istwert")));
     EXPECT_TRUE(window.Record());
     EXPECT_TRUE(window.Measurement()->FileName().endsWith(QStringLiteral("Aufzeichnung_2.csv")));
+    EXPECT_TRUE(test::recorder().messages().isEmpty());
+}
+
+// Everything the wizard and the window say comes from the language file, in English too.
+TEST_F(TablesDemo, WizardAndMeasurementWindowSpeakTheSessionsLanguage)
+{
+    const auto openInDialog = [](MeasurementWindow &window) {
+        test::recorder().answer(QString()); // cancelled
+        window.findChild<QAbstractButton *>(QStringLiteral("BtnOpen"))->click();
+        return test::recorder().entries().back();
+    };
+    {
+        MeasurementWindow window(*session);
+        EXPECT_EQ(window.windowTitle(), QStringLiteral("Messung"));
+        const auto asked = openInDialog(window);
+        EXPECT_EQ(asked.text, QStringLiteral("Messung öffnen"));
+        EXPECT_EQ(asked.caption, QStringLiteral("CSV-Dateien (*.csv *.CSV);;Alle Dateien (*)"));
+    }
+    session->closeWizard();
+    session->setLanguage(2);
+    ASSERT_TRUE(session->createWizard(Wizard::Tables));
+    form = session->openDialog();
+    EXPECT_EQ(form->windowTitle(), QStringLiteral("Tables wizard"));
+    auto *pages = part<QTabWidget>("PageControl");
+    EXPECT_EQ(pages->tabText(0), QStringLiteral("Motion blocks"));
+    EXPECT_EQ(pages->tabText(1), QStringLiteral("Process data"));
+    EXPECT_EQ(part<QLabel>("LblArrayInfo")->text(),
+              QStringLiteral("Motion blocks: one element of all three tables at a time (Page Up/Down steps)"));
+    EXPECT_EQ(part<QAbstractButton>("BtnCopyPrev")->text(), QStringLiteral("Take over the &previous element"));
+    EXPECT_EQ(part<QAbstractButton>("BtnExport")->text(), QStringLiteral("E&xport..."));
+    EXPECT_EQ(part<QAbstractButton>("BtnImport")->text(), QStringLiteral("&Import..."));
+    EXPECT_EQ(part<QAbstractButton>("BtnBack")->text(), QStringLiteral("< Back"));
+
+    MeasurementWindow window(*session);
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Measurement"));
+    EXPECT_EQ(window.findChild<QAbstractButton *>(QStringLiteral("BtnRecord"))->text(), QStringLiteral("&Record"));
+    EXPECT_EQ(window.findChild<QAbstractButton *>(QStringLiteral("BtnOpen"))->text(), QStringLiteral("&Open..."));
+    EXPECT_EQ(window.findChild<QAbstractButton *>(QStringLiteral("ChkNormalised"))->text(),
+              QStringLiteral("&Normalised (-1..1)"));
+    EXPECT_TRUE(window.Measurement()->FileName().endsWith(QStringLiteral("/Recording_1.csv")));
+    const auto asked = openInDialog(window);
+    EXPECT_EQ(asked.text, QStringLiteral("Open measurement"));
+    EXPECT_EQ(asked.caption, QStringLiteral("CSV files (*.csv *.CSV);;All files (*)"));
     EXPECT_TRUE(test::recorder().messages().isEmpty());
 }
 
