@@ -86,6 +86,7 @@ int Tour::run()
     });
     tourMeasurement();
     walkInputs();
+    walkOutputs();
     m_session.setOnlineMode(DWZ_OFFLINE);
     settle(200);
     shoot(&m_window, QStringLiteral("99-host-log"));

@@ -13,6 +13,8 @@ const QList<WizardInfo> &wizardCatalog()
          QStringLiteral("Tables")},
         {Wizard::Inputs, QStringLiteral("inputs"), QStringLiteral("cBtnInputs"),
          QStringLiteral("Inputs")},
+        {Wizard::Outputs, QStringLiteral("outputs"), QStringLiteral("cBtnOutputs"),
+         QStringLiteral("Outputs and encoder")},
     };
     return catalog;
 }
