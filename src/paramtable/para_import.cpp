@@ -1,4 +1,5 @@
 #include "paramtable/para_import.h"
+#include "platform/textcodec.h"
 
 #include "paramtable/coordinates.h"
 #include "paramtable/para_import_index_p.h"
@@ -194,7 +195,10 @@ int TImportTable::RowOfPosition(int p) const
 QString TImportTable::cell(int row, int column) const
 {
     if (row < 0 || row >= m_rowCount || column < 0) return QString();
-    if (column == m_csvColumns) return QString::fromStdString(m_index->key(size_t(row)));
+    if (column == m_csvColumns) {
+        const std::string key = m_index->key(size_t(row));
+        return utf8Text(key.data(), qsizetype(key.size()));
+    }
     return m_cells->text(size_t(row), column);
 }
 
