@@ -92,6 +92,9 @@ void TParaTable::PostParaControl(TParaClass *control)
     m_textRestore = true;
     c->SetText(previous);
     m_textRestore = saved;
+    // The table keeps what the drive has, not the refused value.
+    const int row = c ? FindParam(koord, c->Achse()) : -1;
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), previous);
     if (!m_busy && c)
         MessageDlg(s_FreigabeAus + QStringLiteral(": ") + c->GetParamName(), MsgDlgType::Error,
                    mbOK);
@@ -193,7 +196,7 @@ void TParaTable::UserEdited(TParaClass *control)
     const QString old = Cell(row, QStringLiteral("Wert"));
     const QString value = control->GetText();
     if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
-    markPending(control->Q7adr(), row, old);
+    markPending(control->Q7adr(), row, old, value);
     if (row >= 0) reportTableWrite(row, old, value);
     updateIndirectUnits(koord);
 }

@@ -318,7 +318,7 @@ private:
     bool reportsWrites() const;
     void reportWrite(ParamWrite &write);
     void reportTableWrite(int row, const QString &oldValue, const QString &newValue);
-    void markPending(quint32 address, int row, const QString &before);
+    void markPending(quint32 address, int row, const QString &before, const QString &value);
     void holdPendingEdits();
     void showWrittenValue(quint32 address, const QString &value);
 

@@ -4,6 +4,7 @@
 
 #include "paramtable/ParaTable_p.h"
 
+#include "paramtable/ParamSet.h"
 #include "paramtable/coordinates.h"
 #include "platform/convert.h"
 #include "platform/textcodec.h"
@@ -26,8 +27,7 @@ TParaTable::OriginScope::~OriginScope()
 
 int TParaTable::FindKey(const ParamKey &key) const
 {
-    if (key.koordinate.isEmpty()) return -1;
-    return FindParAxUnknown(key.koordinate, key.achse);
+    return FindParamKey(*this, key);
 }
 
 ParamKey TParaTable::KeyOfRow(int row) const
@@ -75,11 +75,17 @@ void TParaTable::reportTableWrite(int row, const QString &oldValue, const QStrin
 }
 
 // The first offline edit of a parameter remembers the value before it: OK's write of
-// it is reported with that as its old value.
-void TParaTable::markPending(quint32 address, int row, const QString &before)
+// it is reported with that as its old value. An edit (an undo, a revert) that brings
+// the value back to it leaves nothing for OK to write.
+void TParaTable::markPending(quint32 address, int row, const QString &before,
+                             const QString &value)
 {
-    if (address == 0 || m_pendingEdits.contains(address)) return;
-    m_pendingEdits.insert(address, PendingEdit{KeyOfRow(row), before, m_origin});
+    if (address == 0) return;
+    const auto it = m_pendingEdits.constFind(address);
+    if (it == m_pendingEdits.cend())
+        m_pendingEdits.insert(address, PendingEdit{KeyOfRow(row), before, m_origin});
+    else if (it->before == value)
+        m_pendingEdits.remove(address);
 }
 
 // The controls are rebuilt from "Wert" next: they show what was there before the edits
@@ -121,7 +127,7 @@ ParamWrite TParaTable::WriteValue(const ParamKey &key, const QString &value, Wri
         if (status != 0 || m_hostDetached) return result;
     } else {
         if (m_online == omRueckdoku) return result; // never written, not even here
-        markPending(address, row, old);
+        markPending(address, row, old, value);
     }
     // Found again: the host may have had rows described meanwhile.
     const int now = FindKey(result.key);

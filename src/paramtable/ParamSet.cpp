@@ -39,6 +39,18 @@ QList<ParamKey> ParamSet::keys() const
     return out;
 }
 
+int FindParamKey(const TImportTable &table, const ParamKey &key)
+{
+    if (key.koordinate.isEmpty()) return -1;
+    int p = table.FindParAxUnknown(key.koordinate, key.achse);
+    static const QString firstAxes[] = {QStringLiteral("1"), QStringLiteral("0"), QString()};
+    if (p >= 0 || key.hashText() != key.koordinate) return p;
+    for (const QString &axis : firstAxes) {
+        if (axis != key.achse && (p = table.FindParAxUnknown(key.koordinate, axis)) >= 0) return p;
+    }
+    return -1;
+}
+
 namespace {
 
 // The positions of a table that a set takes: all rows with a coordinate in index order,
@@ -56,7 +68,7 @@ std::vector<int> positionsOf(const TImportTable &table, const QList<ParamKey> &o
         return out;
     }
     for (const ParamKey &key : only) {
-        const int p = table.FindParAxUnknown(key.koordinate, key.achse);
+        const int p = FindParamKey(table, key);
         if (p >= 0) out.push_back(p);
     }
     return out;
@@ -78,7 +90,7 @@ ParamSet fromColumn(const TImportTable &table, const QList<ParamKey> &only, cons
         e.unit = table.CellAt(p, cUnit);
         set.insert(e);
     }
-    const int family = table.FindParAxUnknown(QStringLiteral("E50"), QString());
+    const int family = FindParamKey(table, ParamKey(QStringLiteral("E50"), QString()));
     if (family >= 0)
         set.meta().family = table.CellAt(family, table.FindColumn(QStringLiteral("Wert"))).trimmed();
     set.meta().date = QDateTime::currentDateTime();

@@ -109,6 +109,10 @@ struct DRIVEWIZ_EXPORT ParamSetLoad
     QString error; ///< the message to show: file, line, what is wrong
 };
 
+/// The position of a parameter in a table's main index, or -1. Axes "0", "1" and ""
+/// stand in for each other: a table lists a drive-wide parameter under one of them.
+DRIVEWIZ_EXPORT int FindParamKey(const TImportTable &table, const ParamKey &key);
+
 /// The library's version as set files record it.
 DRIVEWIZ_EXPORT QString libraryVersion();
 
