@@ -105,9 +105,12 @@ void TParaTable::PostAllParams()
     const bool wasBusy = m_busy;
     m_busy = true;
     m_postingAll = true;
+    QHash<quint32, PendingEdit> withoutControl = m_pendingEdits;
     for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (c) withoutControl.remove(c->Q7adr());
         if (c) PostParaControl(c);
     }
+    postPendingValues(withoutControl);
     m_postingAll = false;
     m_busy = wasBusy || m_hostDetached;
     m_pendingEdits.clear(); // OK wrote them
@@ -239,6 +242,7 @@ void TParaTable::postPendingEdits()
         PostParaControl(c);
         m_pendingEdits.remove(address);
     }
+    postPendingValues(pending);
 }
 
 void TParaTable::rebuildControls()

@@ -102,6 +102,20 @@ void TParaTable::holdPendingEdits()
     m_pendingEdits.clear();
 }
 
+// Values written offline for parameters no control of the form shows (an Apply, a
+// reset from a list) go to the host with the controls' values: at OK, or going online.
+void TParaTable::postPendingValues(const QHash<quint32, PendingEdit> &pending)
+{
+    for (auto it = pending.cbegin(); it != pending.cend() && !m_hostDetached; ++it) {
+        const int row = FindKey(it->key);
+        if (row < 0) continue;
+        const bool known = m_pendingEdits.contains(it.key());
+        if (!known) m_pendingEdits.insert(it.key(), *it); // reported with its old value
+        SetParaValue(it.key(), it->key.koordinate, Cell(row, QStringLiteral("Wert")));
+        if (!known) m_pendingEdits.remove(it.key());
+    }
+}
+
 ParamWrite TParaTable::WriteValue(const ParamKey &key, const QString &value, WriteOrigin origin)
 {
     const OriginScope scope(this, origin);

@@ -62,6 +62,9 @@ public:
     const Entry *find(const ParamKey &key) const;
     /// Adds an entry, replacing one of the same parameter.
     void insert(const Entry &entry);
+    void insert(Entry &&entry);
+    /// Room for `n` entries.
+    void reserve(int n);
     /// The keys in set order.
     QList<ParamKey> keys() const;
 
@@ -94,8 +97,14 @@ public:
                               const TParaTable *language = nullptr);
 
 private:
+    friend class ParamSetBuilder;
+    void ensureIndex() const;
+
+    // The index is made when first needed: a set made from a table to be compared is
+    // looked up by the other side only. Entries are unique by key in any case.
     QVector<Entry> m_entries;
-    QHash<QString, int> m_index; // hashText -> position
+    mutable QHash<ParamKey, int> m_index; // key -> position
+    mutable bool m_indexed = true;
     Meta m_meta;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/messages.h"
 
 #include <QSignalSpy>
+#include <QTest>
 
 using namespace drivewiz;
 using namespace drivewiz::test;
@@ -64,6 +65,13 @@ TEST_F(ParamChangesTest, PushedChangesCount)
     EXPECT_EQ(changes.changedCount(), 2);
     changes.takeOpeningValues();
     EXPECT_EQ(changes.changedCount(), 0);
+
+    // A value the drive refuses is no change.
+    host.writeAnswers[kA01] = 'V';
+    typeInto(a01, QStringLiteral("Neu"));
+    EXPECT_EQ(a01->GetText(), wert(QStringLiteral("A01")));
+    EXPECT_EVENTUALLY_EQ(changes.changedCount(), 0);
+    EXPECT_FALSE(changes.isChanged(ParamKey("A01", "1")));
 }
 
 // Going online with values typed offline, nothing is written before the user chose:

@@ -228,3 +228,17 @@ TEST_F(ParamCompareTest, UnknownCoordinatesAreListedNotApplied)
     EXPECT_EQ(r.written, 1);
     EXPECT_FALSE(r.complete());
 }
+
+// Values applied offline for parameters no control shows are written by OK as well.
+TEST_F(ParamCompareTest, OkWritesAppliedValuesWithoutControls)
+{
+    ParamCompare c(table);
+    c.compare(ParamSet::fromWizard(*table), file());
+    ASSERT_EQ(c.apply(*table).written, 3);
+    connectHost();
+    table->PostAllParams();
+    EXPECT_EQ(host.values.value(kB20Axis2), QByteArray("2.5"));
+    EXPECT_EQ(host.values.value(kA00), QByteArray("1: aktiv"));
+    EXPECT_EQ(host.values.value(kA40_1), QByteArray("650")); // shown by a control
+    EXPECT_FALSE(table->HasPendingEdit(kA00));
+}

@@ -5,6 +5,7 @@
 #include "paramtable/para_import.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 
 using namespace drivewiz;
 using namespace drivewiz::test;
@@ -146,4 +147,29 @@ TEST_F(ParamSetFile, TheDriveSetMarksFailedReads)
     EXPECT_TRUE(drive.find(ParamKey("A00", "1"))->read);
     EXPECT_EQ(wert(QStringLiteral("B20")), QStringLiteral("1.25")); // the table is untouched
     EXPECT_TRUE(recorder().messages().isEmpty());
+}
+
+// Axes 0, 1 and none are one axis; a table that lists a parameter twice gives it once,
+// with its later row, whichever way the set is looked at.
+TEST(ParamSetKeys, FirstAxisSpellingsAndRepeatedRows)
+{
+    EXPECT_EQ(ParamKey("b20", " 0"), ParamKey("B20", ""));
+    EXPECT_EQ(qHash(ParamKey("B20", "0")), qHash(ParamKey("B20", "1")));
+    EXPECT_NE(ParamKey("B20", "2"), ParamKey("B20", "1"));
+    EXPECT_EQ(ParamKey::fromText(QStringLiteral("3.A40.1")).text(), QStringLiteral("3.A40.1"));
+    EXPECT_EQ(ParamKey::fromText(QStringLiteral("3.A40.1")).achse, QStringLiteral("3"));
+
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("d.csv"));
+    test::writeFile(file, "Name;Koordinate;Achse;Wert\r\nx;A01;1;first\r\nx;A02;1;2\r\n"
+                          "x;A01;1;second\r\nx;A03;0;3\r\n");
+    TImportTable table;
+    ASSERT_TRUE(table.ImportTable(file));
+    const ParamSet all = ParamSet::fromTable(table);
+    ASSERT_EQ(all.size(), 3);
+    EXPECT_EQ(all.find(ParamKey("A01", "1"))->value, QStringLiteral("second"));
+    EXPECT_EQ(all.at(all.indexOf(ParamKey("A03", "1"))).value, QStringLiteral("3"));
+    const ParamSet listed = ParamSet::fromTable(
+        table, {ParamKey("A03", ""), ParamKey("A01", "1"), ParamKey("A03", "1")});
+    EXPECT_EQ(listed.keys(), (QList<ParamKey>{ParamKey("A03", ""), ParamKey("A01", "1")}));
 }
