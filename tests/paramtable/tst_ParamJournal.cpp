@@ -1,5 +1,7 @@
 #include "paramsets_fixture.h"
 
+#include "drivewiz/host_api.h"
+
 #include "paramtable/ParamCompare.h"
 #include "paramtable/ParamJournal.h"
 #include "paramtable/ParamUndo.h"
@@ -54,10 +56,8 @@ TEST_F(ParamJournalTest, EveryWriteIsJournaledWithOriginModeAndAnswer)
     table->SetOnline(omOnline);
     host.writeAnswers[kA01] = 'V';
     typeInto(a01, QStringLiteral("Neu"));         // online, refused by the drive
-    {
-        const TParaTable::OriginScope scope(table, WriteOrigin::Host);
-        table->SetParaValue(kB20Axis2, QStringLiteral("B20"), QStringLiteral("1.5"));
-    }
+    table->SetCurrentAx(2); // the host writes through the C interface
+    EXPECT_EQ(dwz_table_write(reinterpret_cast<dwz_table *>(table), "B20", "1.5"), 0);
 
     const ParamJournal::ReadResult r = journal.read();
     EXPECT_EQ(r.skipped, 0);

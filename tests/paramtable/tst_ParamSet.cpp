@@ -2,7 +2,9 @@
 
 #include "paramtable/ParamCompare.h"
 #include "paramtable/ParamSet.h"
+#include "paramtable/ParamTexts.h"
 #include "paramtable/para_import.h"
+#include "platform/inifile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -172,4 +174,29 @@ TEST(ParamSetKeys, FirstAxisSpellingsAndRepeatedRows)
     const ParamSet listed = ParamSet::fromTable(
         table, {ParamKey("A03", ""), ParamKey("A01", "1"), ParamKey("A03", "1")});
     EXPECT_EQ(listed.keys(), (QList<ParamKey>{ParamKey("A03", ""), ParamKey("A01", "1")}));
+}
+
+// Every text has its line in both sample language files, and the German one is the
+// default of the code.
+TEST(ParamSetTexts, BothLanguageFilesHaveEveryText)
+{
+    IniFile german(test::sourcePath(QStringLiteral("data/sample/wizling.1")));
+    IniFile english(test::sourcePath(QStringLiteral("data/sample/wizling.2")));
+    ASSERT_TRUE(german.load());
+    ASSERT_TRUE(english.load());
+    int count = 0;
+    const ParamSetTextDefault *texts = paramSetTextDefaults(&count);
+    ASSERT_GT(count, 40);
+    for (int i = 0; i < count; ++i) {
+        const QString key = QLatin1String(texts[i].key);
+        EXPECT_EQ(german.readString(QStringLiteral("ParamSets"), key), QString::fromUtf8(texts[i].german))
+            << texts[i].key;
+        const QString en = english.readString(QStringLiteral("ParamSets"), key);
+        EXPECT_FALSE(en.isEmpty()) << texts[i].key;
+        EXPECT_EQ(en.count(QLatin1Char('%')), QString::fromUtf8(texts[i].german).count(QLatin1Char('%')))
+            << texts[i].key;
+    }
+    EXPECT_EQ(paramSetText(nullptr, "Limited", QStringLiteral("%2"), QStringLiteral("a"),
+                           QStringLiteral("b")),
+              QStringLiteral("auf %2 begrenzt (a .. b)"));
 }
