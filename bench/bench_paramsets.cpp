@@ -85,7 +85,8 @@ static void BM_ReadParameterSetFileBaseline(benchmark::State &state)
         file.open(QIODevice::ReadOnly);
         const QString text = decodeText(file.readAll());
         qsizetype fields = 0;
-        for (const QStringView line : QStringView(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        for (const QStringView line :
+             QStringView(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
             const QStringList cells = line.toString().split(QLatin1Char(';'));
             fields += cells.size();
         }
@@ -152,8 +153,9 @@ static void BM_UndoRedo1000(benchmark::State &state)
     for (int i = 0; i < kSteps; ++i) {
         const ParamKey &key = f.keys.at(i % f.keys.size());
         undo.undoStack()->push(new ParamValueCommand(
-            f.table, {ParamChange{key, f.table->Cell(f.table->FindKey(key), QStringLiteral("Wert")),
-                                  QString::number(i)}},
+            f.table,
+            {ParamChange{key, f.table->Cell(f.table->FindKey(key), QStringLiteral("Wert")),
+                         QString::number(i)}},
             QStringLiteral("step"), false));
     }
     QApplication::processEvents();

@@ -77,8 +77,7 @@ void TParaTable::reportTableWrite(int row, const QString &oldValue, const QStrin
 // The first offline edit of a parameter remembers the value before it: OK's write of
 // it is reported with that as its old value. An edit (an undo, a revert) that brings
 // the value back to it leaves nothing for OK to write.
-void TParaTable::markPending(quint32 address, int row, const QString &before,
-                             const QString &value)
+void TParaTable::markPending(quint32 address, int row, const QString &before, const QString &value)
 {
     if (address == 0) return;
     const auto it = m_pendingEdits.constFind(address);

@@ -14,8 +14,8 @@ ParamChanges::ParamChanges(TParaTable *table, QObject *parent) : QObject(parent)
         if (w.accepted())
             update(w.key, true);
         else
-            QMetaObject::invokeMethod(this, [this, key = w.key] { update(key, true); },
-                                      Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this, key = w.key] { update(key, true); }, Qt::QueuedConnection);
     });
     connect(table, &TParaTable::valueRead, this, [this](int row) {
         if (m_table) update(m_table->KeyOfRow(row), true);

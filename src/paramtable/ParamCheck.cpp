@@ -66,7 +66,8 @@ bool binaryText(const QString &value)
 ParamValueCheck CheckParamValue(TParaTable &table, int row, const QString &value, bool valueCheck)
 {
     if (row < 0) return refused(value, paramSetText(&table, "RefusedUnknown"));
-    if (table.Online() == omRueckdoku) return refused(value, paramSetText(&table, "RefusedReadBack"));
+    if (table.Online() == omRueckdoku)
+        return refused(value, paramSetText(&table, "RefusedReadBack"));
     const QStringList cells = table.Cells(row, {"Write-Level", "Datentyp", "Art", "UGW", "OGW"});
     const int level = StrToIntDef(cells.at(0).trimmed(), 0);
     if (level >= 6) return refused(value, paramSetText(&table, "RefusedReadOnly"));

@@ -26,8 +26,8 @@ struct DRIVEWIZ_EXPORT ParamValueCheck
 /// Checks a value for the table row `row` (a position in the main index). With
 /// `valueCheck` false only writability is checked (the value is the table's own, as in
 /// undo or revert).
-DRIVEWIZ_EXPORT ParamValueCheck CheckParamValue(TParaTable &table, int row,
-                                                const QString &value, bool valueCheck = true);
+DRIVEWIZ_EXPORT ParamValueCheck CheckParamValue(TParaTable &table, int row, const QString &value,
+                                                bool valueCheck = true);
 
 } // namespace drivewiz
 

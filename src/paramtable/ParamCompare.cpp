@@ -51,7 +51,8 @@ void ParamCompare::compare(const ParamSet &mine, const ParamSet &other)
     m_rows.reserve(mine.size() + other.size());
     std::vector<bool> used(size_t(other.size()), false);
     for (const ParamSet::Entry &e : mine.entries()) {
-        Row r{e.key, e.name, e.value, QString(), e.unit, State::MissingThere, false};
+        const State alone = e.read ? State::MissingThere : State::NotRead;
+        Row r{e.key, e.name, e.value, QString(), e.unit, alone, false};
         const int i = other.indexOf(e.key);
         if (i >= 0) {
             const ParamSet::Entry &o = other.at(i);
@@ -59,7 +60,7 @@ void ParamCompare::compare(const ParamSet &mine, const ParamSet &other)
             r.otherValue = o.value;
             if (r.name.isEmpty()) r.name = o.name;
             if (r.unit.isEmpty()) r.unit = o.unit;
-            r.state = !e.read || !o.read                ? State::NotRead
+            r.state = !e.read || !o.read            ? State::NotRead
                       : sameValue(e.value, o.value) ? State::Same
                                                     : State::Different;
         }
@@ -83,11 +84,21 @@ void ParamCompare::recount()
     c.rows = int(m_rows.size());
     for (const Row &r : std::as_const(m_rows)) {
         switch (r.state) {
-        case State::Same: ++c.same; break;
-        case State::Different: ++c.different; break;
-        case State::MissingHere: ++c.missingHere; break;
-        case State::MissingThere: ++c.missingThere; break;
-        case State::NotRead: ++c.notRead; break;
+        case State::Same:
+            ++c.same;
+            break;
+        case State::Different:
+            ++c.different;
+            break;
+        case State::MissingHere:
+            ++c.missingHere;
+            break;
+        case State::MissingThere:
+            ++c.missingThere;
+            break;
+        case State::NotRead:
+            ++c.notRead;
+            break;
         }
         if (r.ticked) ++c.ticked;
     }
@@ -149,14 +160,15 @@ ApplyResult ParamCompare::apply(TParaTable &table, ParamUndoStack *undo, ApplySi
     QList<int> rows;
     for (const int i : tickedRows()) {
         const Row &r = m_rows.at(i);
-        changes << ParamChange{r.key, QString(), side == ApplySide::Other ? r.otherValue : r.thisValue};
+        changes << ParamChange{r.key, QString(),
+                               side == ApplySide::Other ? r.otherValue : r.thisValue};
         rows << i;
     }
     const QString text = paramSetText(&table, "StepApply", QString::number(changes.size()));
     QList<ParamChange> written;
-    const ApplyResult result = undo ? undo->writeValues(changes, WriteOrigin::Apply, text, &written)
-                                    : ParamUndoStack::writeChanges(table, changes, WriteOrigin::Apply,
-                                                                   true, &written);
+    const ApplyResult result =
+        undo ? undo->writeValues(changes, WriteOrigin::Apply, text, &written)
+             : ParamUndoStack::writeChanges(table, changes, WriteOrigin::Apply, true, &written);
     QHash<ParamKey, QString> done;
     for (const ParamChange &c : std::as_const(written))
         done.insert(c.key, c.newValue);
@@ -207,23 +219,31 @@ QVariant ParamCompare::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         switch (index.column()) {
-        case ColKoordinate: return r.key.text();
-        case ColName: return r.name;
-        case ColThis: return valueText(r, true);
-        case ColOther: return valueText(r, false);
-        case ColUnit: return r.unit;
+        case ColKoordinate:
+            return r.key.text();
+        case ColName:
+            return r.name;
+        case ColThis:
+            return valueText(r, true);
+        case ColOther:
+            return valueText(r, false);
+        case ColUnit:
+            return r.unit;
         }
         return QVariant();
     case Qt::CheckStateRole:
         if (index.column() != ColKoordinate || !isTickable(index.row())) return QVariant();
         return r.ticked ? Qt::Checked : Qt::Unchecked;
-    case StateRole: return int(r.state);
-    case KeyRole: return QVariant::fromValue(r.key);
+    case StateRole:
+        return int(r.state);
+    case KeyRole:
+        return QVariant::fromValue(r.key);
     case SearchRole:
         return QString(r.key.text() + QLatin1Char('\n') + r.name + QLatin1Char('\n') + r.thisValue +
                        QLatin1Char('\n') + r.otherValue)
             .toLower();
-    default: return QVariant();
+    default:
+        return QVariant();
     }
 }
 
@@ -247,11 +267,16 @@ QVariant ParamCompare::headerData(int section, Qt::Orientation orientation, int 
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return QVariant();
     switch (section) {
-    case ColKoordinate: return paramSetText(m_table, "ColKoordinate");
-    case ColName: return paramSetText(m_table, "ColName");
-    case ColThis: return m_thisCaption;
-    case ColOther: return m_otherCaption;
-    case ColUnit: return paramSetText(m_table, "ColUnit");
+    case ColKoordinate:
+        return paramSetText(m_table, "ColKoordinate");
+    case ColName:
+        return paramSetText(m_table, "ColName");
+    case ColThis:
+        return m_thisCaption;
+    case ColOther:
+        return m_otherCaption;
+    case ColUnit:
+        return paramSetText(m_table, "ColUnit");
     }
     return QVariant();
 }

@@ -25,9 +25,12 @@ const char *const kTitle =
 const char *modeWord(tOnlineModus mode)
 {
     switch (mode) {
-    case omOnline: return "online";
-    case omRueckdoku: return "readback";
-    default: return "offline";
+    case omOnline:
+        return "online";
+    case omRueckdoku:
+        return "readback";
+    default:
+        return "offline";
     }
 }
 
@@ -88,7 +91,9 @@ QString ParamJournal::fileFor(const QString &wizardId)
     QString name = wizardId.trimmed();
     name.replace(bad, QStringLiteral("_"));
     if (name.isEmpty() || name.startsWith(QLatin1Char('.'))) name.prepend(QLatin1Char('_'));
-    return QFileInfo(GetCFGFileName()).absoluteDir().filePath(name + QStringLiteral(".journal.csv"));
+    return QFileInfo(GetCFGFileName())
+        .absoluteDir()
+        .filePath(name + QStringLiteral(".journal.csv"));
 }
 
 QByteArray ParamJournal::formatLine(const ParamWrite &w)

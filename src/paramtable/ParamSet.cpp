@@ -165,7 +165,8 @@ ParamSet fromColumn(const TImportTable &table, const QList<ParamKey> &only, cons
     }
     const int family = FindParamKey(table, ParamKey(QStringLiteral("E50"), QString()));
     if (family >= 0)
-        set.meta().family = table.CellAt(family, table.FindColumn(QStringLiteral("Wert"))).trimmed();
+        set.meta().family =
+            table.CellAt(family, table.FindColumn(QStringLiteral("Wert"))).trimmed();
     set.meta().date = QDateTime::currentDateTime();
     set.meta().libraryVersion = libraryVersion();
     return set;

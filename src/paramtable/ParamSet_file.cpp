@@ -90,11 +90,16 @@ Columns titleColumns(const QStringList &titles)
     c.count = int(titles.size());
     for (int i = 0; i < c.count; ++i) {
         const QString t = titles.at(i).trimmed().toLower();
-        if (t == QLatin1String("koordinate")) c.koordinate = i;
-        else if (t == QLatin1String("achse")) c.achse = i;
-        else if (t == QLatin1String("wert")) c.wert = i;
-        else if (t == QLatin1String("name")) c.name = i;
-        else if (t == QLatin1String("einheit")) c.einheit = i;
+        if (t == QLatin1String("koordinate"))
+            c.koordinate = i;
+        else if (t == QLatin1String("achse"))
+            c.achse = i;
+        else if (t == QLatin1String("wert"))
+            c.wert = i;
+        else if (t == QLatin1String("name"))
+            c.name = i;
+        else if (t == QLatin1String("einheit"))
+            c.einheit = i;
     }
     return c;
 }
@@ -114,10 +119,14 @@ void readComment(const QString &text, ParamSet::Meta &meta)
     if (eq < 0) return;
     const QString key = body.left(eq).trimmed();
     const QString value = body.mid(eq + 1).trimmed();
-    if (key == QLatin1String("family")) meta.family = value;
-    else if (key == QLatin1String("wizard")) meta.wizardId = value;
-    else if (key == QLatin1String("library")) meta.libraryVersion = value;
-    else if (key == QLatin1String("date")) meta.date = QDateTime::fromString(value, Qt::ISODate);
+    if (key == QLatin1String("family"))
+        meta.family = value;
+    else if (key == QLatin1String("wizard"))
+        meta.wizardId = value;
+    else if (key == QLatin1String("library"))
+        meta.libraryVersion = value;
+    else if (key == QLatin1String("date"))
+        meta.date = QDateTime::fromString(value, Qt::ISODate);
 }
 
 // The reader of one file's text, line by line.
@@ -126,8 +135,7 @@ class SetReader
 public:
     SetReader(const QString &fileName, ParamSetLoad &out, const TParaTable *language)
         : m_file(fileName), m_out(out), m_language(language)
-    {
-    }
+    {}
 
     QString text(const char *key, const QString &a1 = QString(), const QString &a2 = QString(),
                  const QString &a3 = QString()) const
@@ -169,23 +177,21 @@ private:
     {
         if (hasControlCharacters(line)) return fail(lineNo, text("ErrBinary"));
         if (m_columns.count == 0) return readTitle(line, lineNo);
-        if (!splitFields(line, m_delim, m_fields))
-            return fail(lineNo, text("ErrQuote"));
+        if (!splitFields(line, m_delim, m_fields)) return fail(lineNo, text("ErrQuote"));
         if (m_fields.at(0).trimmed().startsWith(QLatin1Char('#'))) {
             readComment(m_fields.at(0).trimmed(), m_out.set.meta());
             return true;
         }
         if (m_fields.size() != m_columns.count)
             return fail(lineNo, text("ErrFields", QString::number(m_fields.size()),
-                                             QString::number(m_columns.count)));
+                                     QString::number(m_columns.count)));
         return readEntry(lineNo);
     }
 
     bool readTitle(const QString &line, int lineNo)
     {
         m_delim = line.contains(QLatin1Char(';')) ? QLatin1Char(';') : QLatin1Char(',');
-        if (!splitFields(line, m_delim, m_fields))
-            return fail(lineNo, text("ErrQuote"));
+        if (!splitFields(line, m_delim, m_fields)) return fail(lineNo, text("ErrQuote"));
         m_columns = titleColumns(m_fields);
         if (m_columns.koordinate < 0 || m_columns.wert < 0) {
             m_columns.count = 0;
@@ -201,8 +207,7 @@ private:
         ParamSet::Entry e;
         e.key = m_columns.achse >= 0 ? ParamKey(koord, field(m_columns.achse))
                                      : ParamKey::fromText(koord);
-        if (!IsKoordinate(e.key.koordinate))
-            return fail(lineNo, text("ErrKoordinate", koord));
+        if (!IsKoordinate(e.key.koordinate)) return fail(lineNo, text("ErrKoordinate", koord));
         e.value = field(m_columns.wert);
         e.name = field(m_columns.name);
         e.unit = field(m_columns.einheit);
@@ -240,12 +245,14 @@ bool ParamSet::save(const QString &fileName, QString *error, const TParaTable *l
     QByteArray out("\xEF\xBB\xBF");
     out += kTitle;
     const auto comment = [&out](const char *key, const QString &value) {
-        out += quoted(QStringLiteral("# ") + QLatin1String(key) + QLatin1Char('=') + value) + "\r\n";
+        out +=
+            quoted(QStringLiteral("# ") + QLatin1String(key) + QLatin1Char('=') + value) + "\r\n";
     };
     comment("family", m_meta.family);
     comment("wizard", m_meta.wizardId);
-    comment("date", (m_meta.date.isValid() ? m_meta.date : QDateTime::currentDateTime())
-                        .toString(Qt::ISODate));
+    comment(
+        "date",
+        (m_meta.date.isValid() ? m_meta.date : QDateTime::currentDateTime()).toString(Qt::ISODate));
     comment("library", m_meta.libraryVersion.isEmpty() ? libraryVersion() : m_meta.libraryVersion);
     for (const Entry &e : m_entries) {
         if (e.value.contains(QLatin1Char('\n')) || e.value.contains(QLatin1Char('\r'))) {

@@ -68,7 +68,8 @@ const ParamSetTextDefault kTexts[] = {
     {"ErrFields", "%1 Felder statt %2"},
     {"ErrKoordinate", "\"%1\" ist keine Koordinate"},
     {"ErrDuplicate", "%1 steht doppelt (zuerst in Zeile %2)"},
-    {"ErrLineBreak", "Der Wert von %1 enthält einen Zeilenumbruch und kann nicht gespeichert werden"},
+    {"ErrLineBreak",
+     "Der Wert von %1 enthält einen Zeilenumbruch und kann nicht gespeichert werden"},
     {"ErrWrite", "Datei \"%1\" kann nicht geschrieben werden (%2)"},
     {"FamilyMismatch",
      "Der Parametersatz gehört zur Antriebsfamilie \"%1\", dieser Antrieb zu \"%2\". Trotzdem "
@@ -93,14 +94,14 @@ QString paramSetText(const TParaTable *table, const char *key)
         if (std::strcmp(t.key, key) != 0) continue;
         const QString german = QString::fromUtf8(t.german);
         if (!table || table->Language() < 1 || !table->LanguageFile()) return german;
-        return wizReadString(table->LanguageFile(), QStringLiteral("ParamSets"),
-                             QLatin1String(key), german);
+        return wizReadString(table->LanguageFile(), QStringLiteral("ParamSets"), QLatin1String(key),
+                             german);
     }
     return QLatin1String(key);
 }
 
-QString paramSetText(const TParaTable *table, const char *key, const QString &a1,
-                     const QString &a2, const QString &a3)
+QString paramSetText(const TParaTable *table, const char *key, const QString &a1, const QString &a2,
+                     const QString &a3)
 {
     QString text = paramSetText(table, key);
     // One pass, so that an argument holding "%2" is not replaced again.

@@ -29,8 +29,7 @@ QString refusalReason(const TParaTable &table, const ParamWrite &write)
 ParamValueCommand::ParamValueCommand(TParaTable *table, QList<ParamChange> changes,
                                      const QString &text, bool done, QUndoCommand *parent)
     : QUndoCommand(text, parent), m_table(table), m_changes(std::move(changes)), m_skipRedo(done)
-{
-}
+{}
 
 void ParamValueCommand::report() const
 {

@@ -26,8 +26,8 @@ class DRIVEWIZ_EXPORT ParamValueCommand : public QUndoCommand
 public:
     /// `done`: the values are written already (a typed edit): the first redo does
     /// nothing.
-    ParamValueCommand(TParaTable *table, QList<ParamChange> changes, const QString &text,
-                      bool done, QUndoCommand *parent = nullptr);
+    ParamValueCommand(TParaTable *table, QList<ParamChange> changes, const QString &text, bool done,
+                      QUndoCommand *parent = nullptr);
 
     void undo() override;
     void redo() override;

@@ -25,7 +25,8 @@ int32_t getValue(char *buffer, int32_t size, uint32_t, uint32_t address, uint8_t
     }
     *status = 0;
     const QByteArray v = g_host->values.value(address);
-    if (buffer) std::memcpy(buffer, v.constData(), size_t(std::min<int32_t>(int32_t(v.size()), size - 1)));
+    if (buffer)
+        std::memcpy(buffer, v.constData(), size_t(std::min<int32_t>(int32_t(v.size()), size - 1)));
     return int32_t(v.size());
 }
 
@@ -117,7 +118,8 @@ void ParamSetsTest::typeInto(TParaClass *control, const QString &text)
 
 void ParamSetsTest::useEnglish()
 {
-    QFile::copy(sourcePath(QStringLiteral("data/sample/wizling.2")), path(QStringLiteral("wizling.2")));
+    QFile::copy(sourcePath(QStringLiteral("data/sample/wizling.2")),
+                path(QStringLiteral("wizling.2")));
     table->SetLanguage(2);
 }
 

@@ -129,6 +129,14 @@ TEST_F(ParamCompareTest, FailedDriveReadsAreShownAsNotRead)
     EXPECT_FALSE(c.isTickable(a01));
     EXPECT_TRUE(recorder().messages().isEmpty());
 
+    // The drive as this side, a file that lacks A01: still "not read", not blank.
+    ParamSet some;
+    some.insert(entry("B20", "1", QStringLiteral("1")));
+    c.compare(ParamSet::fromDrive(*table), some);
+    EXPECT_EQ(shown(c, ParamKey("A01", "1"), ParamCompare::ColThis),
+              QStringLiteral("(nicht gelesen)"));
+    EXPECT_EQ(shown(c, ParamKey("A01", "1"), ParamCompare::ColOther), QStringLiteral("(fehlt)"));
+
     useEnglish();
     ParamCompare english(table);
     english.compare(ParamSet::fromWizard(*table), ParamSet::fromDrive(*table));
@@ -143,12 +151,12 @@ TEST_F(ParamCompareTest, FailedDriveReadsAreShownAsNotRead)
 TEST_F(ParamCompareTest, ApplyOfflineChecksLimitsAndListsRefusals)
 {
     ParamSet f = file();
-    f.insert(entry("B20", "1", QStringLiteral("99")));        // limited to 40.00
+    f.insert(entry("B20", "1", QStringLiteral("99")));          // limited to 40.00
     f.insert(entry("A01", "1", QString(30, QLatin1Char('x')))); // longer than STR24
-    f.insert(entry("E00", "1", QStringLiteral("8")));          // read-only
-    f.insert(entry("B30", "1", QStringLiteral("6")));          // above the user level
-    f.insert(entry("A180", "1", QStringLiteral("12ab")));      // no bit pattern
-    f.insert(entry("A00", "1", QStringLiteral("5: weg")));     // not in the list
+    f.insert(entry("E00", "1", QStringLiteral("8")));           // read-only
+    f.insert(entry("B30", "1", QStringLiteral("6")));           // above the user level
+    f.insert(entry("A180", "1", QStringLiteral("12ab")));       // no bit pattern
+    f.insert(entry("A00", "1", QStringLiteral("5: weg")));      // not in the list
     ParamCompare c(table);
     c.compare(ParamSet::fromWizard(*table), f);
     c.setAllTicked(true);
@@ -175,7 +183,8 @@ TEST_F(ParamCompareTest, ApplyOfflineChecksLimitsAndListsRefusals)
         << reasons.join('\n').toStdString();
     EXPECT_TRUE(reasons.join('\n').contains(QStringLiteral("E00: Parameter ist schreibgeschützt")));
     EXPECT_TRUE(reasons.join('\n').contains(QStringLiteral("B30: Benutzerlevel zu niedrig")));
-    EXPECT_TRUE(reasons.join('\n').contains(QStringLiteral("A00: \"5: weg\" ist in der Auswahlliste")));
+    EXPECT_TRUE(
+        reasons.join('\n').contains(QStringLiteral("A00: \"5: weg\" ist in der Auswahlliste")));
     EXPECT_TRUE(recorder().messages().isEmpty());
     EXPECT_EQ(c.row(rowOf(c, ParamKey("A40.1", "1"))).state, ParamCompare::State::Same);
     EXPECT_FALSE(c.row(rowOf(c, ParamKey("A40.1", "1"))).ticked);

@@ -49,21 +49,24 @@ TEST_F(ParamJournalTest, EveryWriteIsJournaledWithOriginModeAndAnswer)
     ParamJournal journal(table);
     EXPECT_EQ(journal.fileName(), path(QStringLiteral("SetsWizard.journal.csv")));
     ParamUndoStack undo(table);
-    typeInto(b20, QStringLiteral("3.5"));         // offline: kept in the table
-    undo.reset(ParamKey("A40.1", "1"));           // reset
-    undo.undo();                                  // undo
+    typeInto(b20, QStringLiteral("3.5")); // offline: kept in the table
+    undo.reset(ParamKey("A40.1", "1"));   // reset
+    undo.undo();                          // undo
     connectHost();
     table->SetOnline(omOnline);
     host.writeAnswers[kA01] = 'V';
-    typeInto(a01, QStringLiteral("Neu"));         // online, refused by the drive
-    table->SetCurrentAx(2); // the host writes through the C interface
+    typeInto(a01, QStringLiteral("Neu")); // online, refused by the drive
+    table->SetCurrentAx(2);               // the host writes through the C interface
     EXPECT_EQ(dwz_table_write(reinterpret_cast<dwz_table *>(table), "B20", "1.5"), 0);
 
     const ParamJournal::ReadResult r = journal.read();
     EXPECT_EQ(r.skipped, 0);
     const auto line = [&](int i) {
         const ParamWrite &w = r.entries.at(i).write;
-        return QStringList{w.key.text(), w.oldValue, w.newValue, writeOriginKeyword(w.origin),
+        return QStringList{w.key.text(),
+                           w.oldValue,
+                           w.newValue,
+                           writeOriginKeyword(w.origin),
                            w.mode == omOnline ? QStringLiteral("on") : QStringLiteral("off"),
                            w.answerText()}
             .join(QLatin1Char('|'));

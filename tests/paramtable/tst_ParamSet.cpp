@@ -56,8 +56,8 @@ TEST_F(ParamSetFile, SavedSetLoadsBackWithoutAnyDifference)
 
 TEST_F(ParamSetFile, SetsOfAListOfParametersAndOfTheDefaults)
 {
-    const ParamSet some = ParamSet::fromTable(
-        *table, {ParamKey::fromText(QStringLiteral("2.B20")), ParamKey("A00", ""), ParamKey("Z99", "1")});
+    const ParamSet some = ParamSet::fromTable(*table, {ParamKey::fromText(QStringLiteral("2.B20")),
+                                                       ParamKey("A00", ""), ParamKey("Z99", "1")});
     ASSERT_EQ(some.size(), 2);
     EXPECT_EQ(some.at(0).value, QStringLiteral("0.84"));
     EXPECT_EQ(some.at(1).key.text(), QStringLiteral("A00"));
@@ -120,7 +120,9 @@ TEST_F(ParamSetFile, AFarTooLargeFileIsRefusedAtTheLineWhereItGetsTooLarge)
 TEST_F(ParamSetFile, WindowsFilesAreReadAndOddValuesAreNotSavedHalfway)
 {
     const QByteArray cp1252 = "Name;Koordinate;Achse;Wert;Einheit\r\n"
-                              "Gr\xF6\xDF" "e;A01;1;\"M\xFC" "ller\";\r\n";
+                              "Gr\xF6\xDF"
+                              "e;A01;1;\"M\xFC"
+                              "ller\";\r\n";
     const ParamSetLoad r = ParamSet::parse(cp1252, QStringLiteral("win.csv"));
     ASSERT_TRUE(r.ok) << r.error.toStdString();
     EXPECT_EQ(r.set.at(0).value, QStringLiteral("Müller"));
@@ -189,11 +191,13 @@ TEST(ParamSetTexts, BothLanguageFilesHaveEveryText)
     ASSERT_GT(count, 40);
     for (int i = 0; i < count; ++i) {
         const QString key = QLatin1String(texts[i].key);
-        EXPECT_EQ(german.readString(QStringLiteral("ParamSets"), key), QString::fromUtf8(texts[i].german))
+        EXPECT_EQ(german.readString(QStringLiteral("ParamSets"), key),
+                  QString::fromUtf8(texts[i].german))
             << texts[i].key;
         const QString en = english.readString(QStringLiteral("ParamSets"), key);
         EXPECT_FALSE(en.isEmpty()) << texts[i].key;
-        EXPECT_EQ(en.count(QLatin1Char('%')), QString::fromUtf8(texts[i].german).count(QLatin1Char('%')))
+        EXPECT_EQ(en.count(QLatin1Char('%')),
+                  QString::fromUtf8(texts[i].german).count(QLatin1Char('%')))
             << texts[i].key;
     }
     EXPECT_EQ(paramSetText(nullptr, "Limited", QStringLiteral("%2"), QStringLiteral("a"),

@@ -85,7 +85,7 @@ TEST_F(ParamUndoTest, ResetRevertAndCancel)
 
     EXPECT_EQ(undo.reset(ParamKey("Z99", "1")).unknown.size(), 1);
     EXPECT_EQ(undo.reset(ParamKey("E00", "1")).refused.size(), 1); // read-only
-    EXPECT_EQ(undo.undoStack()->count(), 3);                        // nothing written, no step
+    EXPECT_EQ(undo.undoStack()->count(), 3);                       // nothing written, no step
     undo.clear();
     EXPECT_FALSE(undo.canUndo());
     EXPECT_EQ(b20->GetText(), QStringLiteral("0.00")); // Cancel drops steps, not values
