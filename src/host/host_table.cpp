@@ -141,6 +141,7 @@ int dwz_table_write(dwz_table *table, const char *coordinate, const char *value)
         return -1;
     const quint32 address = quint32(
         drivewiz::HexToInt(cast(table)->ValueByColName(row, QStringLiteral("USS-Adresse /hex"))));
+    const drivewiz::TParaTable::OriginScope origin(cast(table), drivewiz::WriteOrigin::Host);
     const char status = cast(table)->SetParaValue(address, koord, text(value));
     // Found again: the host may have had rows described meanwhile, which moves them.
     const int now = cast(table)->GetRecNo(koord, false);

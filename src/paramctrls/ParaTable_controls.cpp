@@ -83,13 +83,18 @@ void TParaTable::PostParaControl(TParaClass *control)
     if (!c || c->GetwriteLevel() >= 6 || !ParamExists(c->GetKoordinate())) return;
     const QString previous = c->PreviousText();
     const QString koord = c->GetKoordinate();
+    m_writeOld = &previous;
     const char status = SetParaValue(c->Q7adr(), koord, c->GetText());
+    m_writeOld = nullptr;
     if (status == 0) updateIndirectUnits(koord);
     if (status != 'V' || !c || m_hostDetached) return;
     const bool saved = m_textRestore;
     m_textRestore = true;
     c->SetText(previous);
     m_textRestore = saved;
+    // The table keeps what the drive has, not the refused value.
+    const int row = c ? FindParam(koord, c->Achse()) : -1;
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), previous);
     if (!m_busy && c)
         MessageDlg(s_FreigabeAus + QStringLiteral(": ") + c->GetParamName(), MsgDlgType::Error,
                    mbOK);
@@ -99,9 +104,14 @@ void TParaTable::PostAllParams()
 {
     const bool wasBusy = m_busy;
     m_busy = true;
+    m_postingAll = true;
+    QHash<quint32, PendingEdit> withoutControl = m_pendingEdits;
     for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (c) withoutControl.remove(c->Q7adr());
         if (c) PostParaControl(c);
     }
+    postPendingValues(withoutControl);
+    m_postingAll = false;
     m_busy = wasBusy || m_hostDetached;
     m_pendingEdits.clear(); // OK wrote them
     if (m_hostDetached) return;
@@ -133,7 +143,10 @@ void TParaTable::refreshedValue(TParaClass *control, const QString &value)
     if (!c) return;
     if (QWidget *edit = c->GetEditControl()) edit->update();
     const int row = FindParam(c->GetKoordinate(), c->Achse());
-    if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
+    if (row >= 0) {
+        SetCell(row, QStringLiteral("Wert"), value);
+        Q_EMIT valueRead(row);
+    }
     updateIndirectUnits(c->GetKoordinate());
 }
 
@@ -183,8 +196,11 @@ void TParaTable::UserEdited(TParaClass *control)
     if (!control || m_online == omOnline) return;
     const QString koord = control->GetKoordinate();
     const int row = FindParam(koord, control->Achse());
-    if (row >= 0) SetCell(row, QStringLiteral("Wert"), control->GetText());
-    if (control->Q7adr() != 0) m_pendingEdits.insert(control->Q7adr());
+    const QString old = Cell(row, QStringLiteral("Wert"));
+    const QString value = control->GetText();
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
+    markPending(control->Q7adr(), row, old, value);
+    if (row >= 0) reportTableWrite(row, old, value);
     updateIndirectUnits(koord);
 }
 
@@ -215,12 +231,18 @@ void TParaTable::keepTypingOffline()
 // Going online, the values typed offline go to the drive as any online change does.
 void TParaTable::postPendingEdits()
 {
-    QSet<quint32> pending;
+    QHash<quint32, PendingEdit> pending;
     pending.swap(m_pendingEdits);
     for (const QPointer<TParaClass> &c : guarded(paraControls())) {
         if (m_hostDetached || pending.isEmpty()) return;
-        if (c && pending.remove(c->Q7adr())) PostParaControl(c);
+        if (!c || !pending.contains(c->Q7adr())) continue;
+        // Pending while it is written, so that the write is reported with its old value.
+        const quint32 address = c->Q7adr();
+        m_pendingEdits.insert(address, pending.take(address));
+        PostParaControl(c);
+        m_pendingEdits.remove(address);
     }
+    postPendingValues(pending);
 }
 
 void TParaTable::rebuildControls()

@@ -3,11 +3,13 @@
 
 #include "drivewiz/host_api.h"
 #include "drivewiz_enums.h"
+#include "paramtable/ParamWrite.h"
 #include "paramtable/para_import.h"
 #include "platform/component.h"
 
 #include <QByteArray>
 #include <QFont>
+#include <QHash>
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
@@ -163,6 +165,49 @@ public:
     void UserEdited(TParaClass *control);
     /// Whether a value typed offline for this address waits for OK.
     bool HasPendingEdit(quint32 address) const { return m_pendingEdits.contains(address); }
+
+    // --- writes of the library: parameter sets, undo, the journal -----------------------------
+    /// Names who writes, for the writes made while it lives (default: typed). Nests.
+    class DRIVEWIZ_EXPORT OriginScope
+    {
+    public:
+        OriginScope(TParaTable *table, WriteOrigin origin);
+        ~OriginScope();
+        OriginScope(const OriginScope &) = delete;
+        OriginScope &operator=(const OriginScope &) = delete;
+
+    private:
+        QPointer<TParaTable> m_table;
+        WriteOrigin m_outer;
+    };
+    WriteOrigin CurrentOrigin() const { return m_origin; }
+    /// The row (position in the main index) of a parameter, or -1; axes "0", "1" and ""
+    /// stand in for each other as in FindParAxUnknown.
+    int FindKey(const ParamKey &key) const;
+    /// The key of a row.
+    ParamKey KeyOfRow(int row) const;
+    /// The parameter address of a row: its "USS-Adresse /hex", else made from the
+    /// coordinate and axis; 0 when neither gives one.
+    quint32 AddressOfRow(int row) const;
+    /// Writes a value as the library's own (reset, revert, undo, Apply): offline into
+    /// "Wert", kept until OK like a typed value; online posted to the host and, when
+    /// taken, stored. The parameter's controls then show it. The value is not checked
+    /// here (see CheckParamValue). Returns the write as valueWritten reported it (its
+    /// answer tells whether it was taken); a key the table lacks gives an empty key.
+    ParamWrite WriteValue(const ParamKey &key, const QString &value, WriteOrigin origin);
+    /// Reads a value from the host without storing it and without any message; false
+    /// when there is no host, the host reported an error (in `status`) or answered
+    /// nonsense.
+    bool ReadHostValue(quint32 address, QString &value, quint8 &status);
+    /// Going online while values typed offline wait for OK: with review on, they are
+    /// not written at once but held (HeldEdits) and editsHeldGoingOnline() is emitted, so
+    /// that the user decides for each which wins. Off by default.
+    void SetReviewEditsGoingOnline(bool review) { m_reviewEdits = review; }
+    bool ReviewEditsGoingOnline() const { return m_reviewEdits; }
+    /// The values held when the wizard went online: old is the value before the first
+    /// offline edit, new the edited one.
+    const QList<ParamChange> &HeldEdits() const { return m_heldEdits; }
+    void ClearHeldEdits() { m_heldEdits.clear(); }
     /// Adds a window handle that gets message 1027 when the online mode changes.
     void SubscribeMsgOnlineChange(quintptr windowHandle);
     TParaClass *FindParaControl(quint32 address) const;
@@ -225,6 +270,15 @@ Q_SIGNALS:
     void onlineModeChanged(drivewiz::tOnlineModus mode);
     /// Every value of the form was written to the host (PostAllParams).
     void valuesSaved();
+    /// The library wrote a value: typed into a control (offline kept in the table, online
+    /// posted), written by OK, by reset, revert, undo, Apply, or by the host through the
+    /// C interface. Emitted before the write returns, after the host answered.
+    void valueWritten(const drivewiz::ParamWrite &write);
+    /// A value read from the host (a refresh, a pushed change) was stored in the row's
+    /// "Wert".
+    void valueRead(int row);
+    /// Values typed offline were held going online (SetReviewEditsGoingOnline).
+    void editsHeldGoingOnline();
 
 protected:
     bool isDesigningTable() const override { return isDesigning(); }
@@ -261,6 +315,19 @@ private:
     void fillGroupFromDescriptions(TImportTable &table, const QString &group);
     void reportBindError(TParaClass *control, const QString &error);
     bool hostDescriptions() const { return m_cb.get_para_info != nullptr; }
+    struct PendingEdit
+    {
+        ParamKey key;
+        QString before; // the value before the first offline edit
+        WriteOrigin origin;
+    };
+    bool reportsWrites() const;
+    void reportWrite(ParamWrite &write);
+    void reportTableWrite(int row, const QString &oldValue, const QString &newValue);
+    void markPending(quint32 address, int row, const QString &before, const QString &value);
+    void holdPendingEdits();
+    void postPendingValues(const QHash<quint32, PendingEdit> &pending);
+    void showWrittenValue(quint32 address, const QString &value);
 
     tOnlineModus m_online = omOffline;
     int m_userLevel = 2;
@@ -301,7 +368,13 @@ private:
     int m_toolMsgDepth = 0;
     int m_refreshing = 0;
     QStringList m_indirectUnits;
-    QSet<quint32> m_pendingEdits; // addresses of values typed offline, until OK
+    QHash<quint32, PendingEdit> m_pendingEdits; // values typed offline, until OK
+    WriteOrigin m_origin = WriteOrigin::Typed;
+    const QString *m_writeOld = nullptr; // the old value a caller of SetParaValue knows
+    bool m_postingAll = false;
+    bool m_quietWrite = false;
+    bool m_reviewEdits = false;
+    QList<ParamChange> m_heldEdits;
     quint64 m_modeChanges = 0;    // counts SetOnline switches, to notice nested ones
     Clock m_clock;
 };

@@ -73,11 +73,33 @@ char TParaTable::SetParaValue(quint32 address, const QString &koordinate, const 
         return 0;
     m_lastPosted = address;
     m_lastPostTime = m_clock();
+    // Reported with the value it replaces; OK's write of values nobody changed is not.
+    const bool report = reportsWrites() && (!m_postingAll || m_pendingEdits.contains(address));
+    ParamWrite w;
+    if (report) {
+        // The address names the axis; the coordinate may not ("B20" for axis 2).
+        const ParamKey byAddress = ParamKey::fromText(GetKoordinateAusQ7Adr(address));
+        int row = FindKey(byAddress);
+        if (row < 0) row = GetRecNo(koordinate, false);
+        const auto pending = m_pendingEdits.constFind(address);
+        w.key = row >= 0 ? KeyOfRow(row) : byAddress;
+        w.oldValue = pending != m_pendingEdits.cend() ? pending->before
+                     : m_writeOld                     ? *m_writeOld
+                                                      : Cell(row, QStringLiteral("Wert"));
+        w.origin = pending != m_pendingEdits.cend() ? pending->origin : m_origin;
+    }
     const QByteArray text = value.toUtf8(); // zero-terminated, and this call's own
     const fcbtSetParaValue set = m_cb.set_para_value;
     const char status =
         hostCall("fcbtSetParaValue", [&] { return set(text.constData(), m_wizardId, address, 0); });
     if (m_hostDetached) return status;
+    if (report) {
+        w.address = address;
+        w.newValue = value;
+        w.answer = quint8(status);
+        reportWrite(w);
+    }
+    if (m_quietWrite) return status; // the library's own writes list refusals instead
     if (status != 'V')
         checkStatus(quint8(status), QStringLiteral("TParaTable.PostParaControl"), address,
                     koordinate);
@@ -113,8 +135,10 @@ bool TParaTable::GetFreshParaValue(quint32 address, const QString &koordinate, Q
     // Looked up after the call: rows the host described meanwhile may have moved it. A
     // value typed offline stays in "Wert" until OK.
     const int row = GetRecNo(koordinate, false);
-    if (row >= 0 && !(m_online != omOnline && HasPendingEdit(address)))
+    if (row >= 0 && !(m_online != omOnline && HasPendingEdit(address))) {
         SetCell(row, QStringLiteral("Wert"), value);
+        Q_EMIT valueRead(row);
+    }
     return true;
 }
 
@@ -186,6 +210,9 @@ void TParaTable::SetOnline(tOnlineModus mode)
     const bool leavesOnline = m_online == omOnline;
     if (!isLoading() && ownerForm()) keepTypingOffline(); // before the fields are rebuilt
     m_online = mode;
+    // Held for the user's review instead of written (nothing goes to the drive before).
+    const bool held = mode == omOnline && m_reviewEdits && !m_pendingEdits.isEmpty();
+    if (held) holdPendingEdits();
     if (leavesOnline) cancelSubscriptions(change);
     const auto newer = [this, change] { return change != m_modeChanges || m_hostDetached; };
     if (!isLoading() && ownerForm() && !newer()) {
@@ -198,6 +225,7 @@ void TParaTable::SetOnline(tOnlineModus mode)
     if (newer()) return;
     const HostCallScope scope; // listeners are the host's code
     Q_EMIT onlineModeChanged(mode);
+    if (held && !newer()) Q_EMIT editsHeldGoingOnline();
 }
 
 void TParaTable::AddIndirectUnitSource(const QString &koordinate)
