@@ -286,6 +286,7 @@ private:
     QPointer<TParaClass> m_e48;
     MessageWindow *m_msgWindow = nullptr;
     QObject *m_keyPreview = nullptr;
+    QObject *m_clickKeeper = nullptr;
     QPointer<QWidget> m_form;
 
     bool m_loadedOnce = false;

@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -56,6 +57,27 @@ bool KeyPreview::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
+ClickKeeper::ClickKeeper(QObject *parent, QWidget *form) : QObject(parent), m_form(form)
+{
+    qApp->installEventFilter(this);
+}
+
+// The press reaches the button only after the focus has moved, so a message shown by the
+// field left behind has already run its own loop; the release went to it, and the mouse
+// state says so.
+bool ClickKeeper::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::MouseButtonPress || !event->spontaneous() || !m_form) return false;
+    auto *button = qobject_cast<QAbstractButton *>(watched);
+    if (!button || button->window() != m_form) return false;
+    if (static_cast<QMouseEvent *>(event)->button() != Qt::LeftButton) return false;
+    if (QGuiApplication::mouseButtons() & Qt::LeftButton) return false; // still held: normal
+    QTimer::singleShot(0, button, [button] {
+        if (button->isEnabled() && button->isVisible()) button->click();
+    });
+    return true;
+}
+
 QLineEdit *editOf(QWidget *focused)
 {
     if (auto *edit = qobject_cast<QLineEdit *>(focused)) return edit;
@@ -72,10 +94,13 @@ void TwizPageControl::watchForm()
     if (m_form) m_form->removeEventFilter(this);
     delete m_keyPreview;
     m_keyPreview = nullptr;
+    delete m_clickKeeper;
+    m_clickKeeper = nullptr;
     m_form = form;
     if (form == this) return; // a page control without a form has nothing to watch
     form->installEventFilter(this);
     m_keyPreview = new pagectl::KeyPreview(this, form);
+    m_clickKeeper = new pagectl::ClickKeeper(this, form);
 }
 
 // --- OK and Cancel ---------------------------------------------------------------------------

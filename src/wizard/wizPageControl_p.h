@@ -32,6 +32,24 @@ private:
     QPointer<QWidget> m_form;
 };
 
+/// Completes a click that a message ate: a press on a button of the form moves the focus
+/// first, and leaving a field may show a message (a limit, a bad number); the user lets go
+/// while it is up, so the button never sees the release. Such a press clicks the button
+/// once the message has closed.
+class ClickKeeper : public QObject
+{
+    Q_OBJECT
+
+public:
+    ClickKeeper(QObject *parent, QWidget *form);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QPointer<QWidget> m_form;
+};
+
 /// Where the buttons of the wizard's row go: their common size, the back button's x, the
 /// next button's distance from it, Cancel's and OK's x (coordinates of OK's parent).
 struct ButtonRow

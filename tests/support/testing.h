@@ -4,6 +4,7 @@
 #include "platform/dialogrecorder.h"
 
 #include <QString>
+#include <QTest>
 #include <QStringList>
 
 #include <ostream>
@@ -38,5 +39,14 @@ bool writeFile(const QString &path, const QByteArray &bytes);
 QByteArray readFile(const QString &path);
 
 } // namespace drivewiz::test
+
+// Waiting for something that events bring about, for GoogleTest: QtTest's QTRY_* macros
+// report to QtTest and return, so a condition that never comes would pass unseen.
+#define EXPECT_EVENTUALLY_TRUE(cond) EXPECT_TRUE(QTest::qWaitFor([&] { return bool(cond); }))
+#define EXPECT_EVENTUALLY_EQ(actual, expected)                                             \
+    do {                                                                                   \
+        (void)QTest::qWaitFor([&] { return (actual) == (expected); });                     \
+        EXPECT_EQ(actual, expected);                                                       \
+    } while (false)
 
 #endif // DRIVEWIZ_TESTS_TESTING_H

@@ -265,6 +265,46 @@ TEST_F(Closing, OkWritesAllParametersOfflineAndCloses)
     EXPECT_EQ(form->property(TwizPageControl::ModalResultProperty).toInt(), int(mrOk));
 }
 
+// A message box runs its own loop: the user lets go of the mouse while it is up, and the
+// release goes to it rather than to the button pressed.
+class ReleasedDuringMessage : public DialogRecorder
+{
+public:
+    explicit ReleasedDuringMessage(QWidget *form) : m_form(form) {}
+    void showMessage(const QString &text) override
+    {
+        DialogRecorder::showMessage(text);
+        QTest::mouseRelease(m_form, Qt::LeftButton);
+    }
+    int messageDlg(const QString &text, MsgDlgType type, MsgDlgButtons buttons) override
+    {
+        const int answer = DialogRecorder::messageDlg(text, type, buttons);
+        QTest::mouseRelease(m_form, Qt::LeftButton);
+        return answer;
+    }
+
+private:
+    QWidget *m_form;
+};
+
+TEST_F(Closing, AClickOnOkThatShowedALimitMessageStillSaves)
+{
+    table->SetCallbacks(sim::SimulatedDrive::callbacks());
+    QLineEdit *e = edit(QStringLiteral("A10"));
+    e->setFocus(Qt::TabFocusReason);
+    e->selectAll();
+    QTest::keyClicks(e, QStringLiteral("500"));
+    auto *recording = new ReleasedDuringMessage(form.get());
+    std::shared_ptr<DialogService> previous(
+        setDialogService(std::unique_ptr<DialogService>(recording)).release(),
+        [](DialogService *s) { setDialogService(std::unique_ptr<DialogService>(s)); });
+    drive.clearLog();
+    QTest::mousePress(pc->BtnOK(), Qt::LeftButton);
+    EXPECT_EQ(recording->messages().size(), 1); // the limit
+    EXPECT_EVENTUALLY_TRUE(!form->isVisible());
+    EXPECT_TRUE(drive.log().contains(QStringLiteral("A10 (1) = 100")));
+}
+
 TEST_F(Closing, OkOnADialogAccepts)
 {
     QDialog dialog;

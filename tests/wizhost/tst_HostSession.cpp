@@ -71,8 +71,8 @@ TEST_F(Session, ModeSwitchReachesTheOpenWizard)
     ASSERT_NE(open(), nullptr);
     EXPECT_EQ(table()->Online(), omOffline);
     session->setOnlineMode(DWZ_ONLINE);
-    QTRY_COMPARE(table()->Online(), omOnline);
-    QTRY_VERIFY(!session->drive().subscriptions().empty()); // two messages on, under load
+    EXPECT_EVENTUALLY_EQ(table()->Online(), omOnline);
+    EXPECT_EVENTUALLY_TRUE(!session->drive().subscriptions().empty()); // two messages on, under load
     session->closeWizard();
     EXPECT_TRUE(session->drive().subscriptions().empty());
 }
@@ -104,15 +104,15 @@ TEST_F(Session, LanguageSwitchReachesEveryTextOfTheOpenWizard)
                                    "Allgemein", "Allgemein", "Klick zur Parameterbeschreibung",
                                    QStringLiteral("Bestätigen")}));
     session->setLanguage(2); // the texts follow from the event loop
-    QTRY_COMPARE(texts(), QStringList({"Drive set-up wizard", "Next", "< Back", "Cancel",
+    EXPECT_EVENTUALLY_EQ(texts(), QStringList({"Drive set-up wizard", "Next", "< Back", "Cancel",
                                        "Search", "General", "General",
                                        "Click for the parameter description", "Confirm"}));
     session->setOnlineMode(DWZ_READBACK);
-    QTRY_COMPARE(pages->OnlinePanel()->text(), QStringLiteral("Read-back"));
+    EXPECT_EVENTUALLY_EQ(pages->OnlinePanel()->text(), QStringLiteral("Read-back"));
     EXPECT_TRUE(lines.contains(QStringLiteral("# mode: Read-back"))) << lines.join(QLatin1Char('|')).toStdString();
     session->setLanguage(1);
-    QTRY_COMPARE(texts(), german);
-    QTRY_COMPARE(pages->OnlinePanel()->text(), QStringLiteral("Rückdokumentation"));
+    EXPECT_EVENTUALLY_EQ(texts(), german);
+    EXPECT_EVENTUALLY_EQ(pages->OnlinePanel()->text(), QStringLiteral("Rückdokumentation"));
     EXPECT_TRUE(lines.contains(QStringLiteral("# Sprache: 1")));
 }
 
