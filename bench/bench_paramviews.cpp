@@ -34,10 +34,11 @@ QString descriptionFile()
                      "Write-Level;Read-Level;Defaultwert;OGW;UGW;Nachkommastellen;"
                      "Skalierungsfunktion;Skalierung BUS\r\n";
     for (int i = 0; i < kControls; ++i) {
-        csv += QStringLiteral("Wert %1;A%1;1;%1;0;%2h;I16;ms;1;1;0;30000;-30000;0;0;\r\n")
-                   .arg(i)
-                   .arg(0x01000000u + quint32(i) * 0x4000u, 8, 16, QLatin1Char('0'))
-                   .toUpper()
+        const QString address =
+            QStringLiteral("%1h").arg(0x01000000u + quint32(i) * 0x4000u, 8, 16, QLatin1Char('0'));
+        csv += QStringLiteral("Wert %1;A%1;1;%1;0;%2;I16;ms;1;1;0;30000;-30000;0;0;\r\n")
+                   .arg(i + 10) // coordinates have two digits at least
+                   .arg(address.toUpper().replace(QLatin1Char('H'), QLatin1Char('h')))
                    .toLatin1();
     }
     QFile f(path);
@@ -59,16 +60,16 @@ struct ShownForm
         table->ReloadCSVFile();
         for (int i = 0; i < kControls; ++i) {
             auto *c = new TParaClass(form.get());
-            c->setObjectName(QStringLiteral("P_A%1").arg(i));
+            c->setObjectName(QStringLiteral("P_A%1").arg(i + 10));
             c->SetwizParaSource(table);
-            c->SetKoordinate(QStringLiteral("A%1").arg(i));
+            c->SetKoordinate(QStringLiteral("A%1").arg(i + 10));
             c->move((i % 5) * 230, (i / 5) * 44);
         }
         form->show();
         QApplication::processEvents();
         session = ParamEditSession::install(form.get(), table);
         for (int s = 0; s < kSteps; ++s) {
-            const ParamKey key(QStringLiteral("A%1").arg(s % kControls), QStringLiteral("1"));
+            const ParamKey key(QStringLiteral("A%1").arg(s % kControls + 10), QStringLiteral("1"));
             session->undo()->writeValues({ParamChange{key, QString(), QString::number(s + 1000)}},
                                          WriteOrigin::Apply, QStringLiteral("step"));
         }
@@ -80,7 +81,11 @@ void BM_UndoRedo1000_ShownForm(benchmark::State &state)
     ShownForm f;
     QUndoStack *stack = f.session->undo()->undoStack();
     if (stack->count() != kSteps) {
-        state.SkipWithError("the steps were not made");
+        state.SkipWithError(QStringLiteral("%1 steps made of %2")
+                                .arg(stack->count())
+                                .arg(kSteps)
+                                .toUtf8()
+                                .constData());
         return;
     }
     double seconds = 0;

@@ -55,6 +55,10 @@ void Tour::walkSets()
     m_session.closeWizard();
     settle();
     sayMessages();
+    const QStringList log = m_session.drive().log();
+    say(QStringLiteral("  reached the drive (%1 writes):").arg(log.size() - logBefore));
+    for (int i = logBefore; i < log.size(); ++i)
+        say(QStringLiteral("    ") + log.at(i));
 }
 
 void Tour::compareDefaults(TwizParamViews *views)
@@ -82,7 +86,6 @@ void Tour::journal(TwizParamViews *views)
 {
     TParamJournalDialog *d = views->showJournal();
     if (!d) return;
-    d->resize(d->sizeHint());
     settle(100);
     say(QStringLiteral("    journal: %1 lines").arg(d->view()->shownCount()));
     shoot(d, QStringLiteral("sets-04-journal"));
@@ -92,6 +95,8 @@ void Tour::journal(TwizParamViews *views)
 
 void Tour::goOnline(QWidget *form, TwizParamViews *views, int logBefore)
 {
+    QApplication::setActiveWindow(form); // back from the dialogs
+    settle();
     type(form, QStringLiteral("P_A80"), QStringLiteral("23"));
     m_session.setOnlineMode(DWZ_ONLINE);
     settle(200);

@@ -23,6 +23,8 @@
 #include <QMenu>
 #include <QUndoStack>
 
+#include <algorithm>
+
 namespace drivewiz {
 
 const char *const ParamEditSession::MarkName = "LblChanged";
@@ -157,17 +159,11 @@ void ParamEditSession::updateMark(TParaClass *control)
     auto *mark = control->findChild<QLabel *>(QLatin1String(MarkName), Qt::FindDirectChildrenOnly);
     if (!changed && !mark) return;
     if (!mark) {
-        mark = new QLabel(QString(QChar(0x25CF)), control);
+        mark = new QLabel(control);
         mark->setObjectName(QLatin1String(MarkName));
     }
+    placeMark(mark, control);
     const QString opening = shown(m_table, m_changes->openingValue(key));
-    QLabel *label = control->koordinateLabel();
-    if (label) {
-        const int x = label->x() + label->fontMetrics().horizontalAdvance(label->text()) + 3;
-        mark->setFont(label->font());
-        mark->adjustSize();
-        mark->move(x, label->y());
-    }
     mark->setToolTip(paramViewText(m_table, "ChangedTip", opening));
     mark->setAccessibleName(mark->toolTip());
     mark->setVisible(changed);
@@ -180,6 +176,26 @@ void ParamEditSession::updateMark(TParaClass *control)
     }
     control->setAccessibleDescription(description);
     if (QWidget *input = control->GetEditControl()) input->setAccessibleDescription(description);
+}
+
+// A dot in the highlight colour in the gap between the coordinate and the name, half as
+// high as the coordinate's font where the gap allows, at the middle of its small letters;
+// the layout leaves at least a blank and two pixels there, at any font size.
+void ParamEditSession::placeMark(QLabel *mark, const TParaClass *control)
+{
+    const QLabel *label = control->koordinateLabel();
+    if (!label) return;
+    const QFontMetrics fm(label->font());
+    const int textEnd = label->x() + fm.horizontalAdvance(label->text());
+    const int gap =
+        control->paraNameLabel() ? control->paraNameLabel()->x() - textEnd : fm.height();
+    const int d = std::clamp(fm.height() / 2, 5, std::max(5, gap - 2));
+    const QColor color = control->palette().color(QPalette::Highlight).darker(120);
+    mark->setStyleSheet(
+        QStringLiteral("background-color: %1; border-radius: %2px;").arg(color.name()).arg(d / 2));
+    mark->setFixedSize(d, d);
+    const int baseline = label->y() + (label->height() - fm.height()) / 2 + fm.ascent();
+    mark->move(textEnd + std::max(0, (gap - d) / 2), baseline - fm.xHeight() / 2 - d / 2);
 }
 
 bool ParamEditSession::isMarked(const TParaClass *control)
@@ -333,6 +349,14 @@ bool ParamEditSession::eventFilter(QObject *watched, QEvent *event)
     case QEvent::FocusIn:
         if (auto *edit = qobject_cast<QLineEdit *>(watched))
             edit->setProperty(kFocusText, edit->text());
+        break;
+    case QEvent::Resize:
+        // The control placed its labels anew (a font, a language, a longer name).
+        if (auto *c = qobject_cast<TParaClass *>(watched)) {
+            if (auto *mark =
+                    c->findChild<QLabel *>(QLatin1String(MarkName), Qt::FindDirectChildrenOnly))
+                placeMark(mark, c);
+        }
         break;
     case QEvent::ShortcutOverride:
         return shortcutOverride(watched, event);

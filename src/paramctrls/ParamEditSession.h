@@ -8,6 +8,7 @@
 #include <QPointer>
 
 class QAction;
+class QLabel;
 class QMenu;
 class QWidget;
 
@@ -94,6 +95,7 @@ private:
     void watch(QObject *object);
     void updateMarks(const ParamKey &key);
     void updateMark(TParaClass *control);
+    static void placeMark(QLabel *mark, const TParaClass *control);
     bool shortcutOverride(QObject *watched, QEvent *event);
     void rememberFocusText();
     void recheckStep(int index);

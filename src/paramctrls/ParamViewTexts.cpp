@@ -35,7 +35,7 @@ const ParamViewTextDefault kTexts[] = {
     {"Close", "Schließen"},
     {"TickAll", "&Alle anhaken"},
     {"TickNone", "&Keine anhaken"},
-    {"ResultWritten", "%1 Werte übernommen."},
+    {"ResultWritten", "Werte übernommen: %1"},
     {"ResultNothing", "Keine Werte angehakt; nichts übernommen."},
     {"ResultRefused", "Nicht übernommen:"},
     {"ResultLimited", "Begrenzt:"},

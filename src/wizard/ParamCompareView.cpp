@@ -60,6 +60,10 @@ void TParamCompareView::build()
     m_view = paramviews::makeList(this, "TblCompare");
     m_view->setModel(m_filter);
     m_view->horizontalHeader()->setHighlightSections(false);
+    // At least six rows stay in sight when the note and the result box take their room.
+    m_view->setMinimumHeight(m_view->horizontalHeader()->sizeHint().height() +
+                             m_view->verticalHeader()->defaultSectionSize() * 6 +
+                             2 * m_view->frameWidth());
     top->addWidget(m_view, 1);
 
     auto *buttons = new QHBoxLayout;
@@ -82,7 +86,7 @@ void TParamCompareView::build()
     m_result->setObjectName(QStringLiteral("MemCompareResult"));
     m_result->setReadOnly(true);
     m_result->setTabChangesFocus(true);
-    m_result->setMaximumHeight(m_result->fontMetrics().lineSpacing() * 7);
+    m_result->setMaximumHeight(m_result->fontMetrics().lineSpacing() * 6);
     m_result->hide();
     top->addWidget(m_result);
 
@@ -159,14 +163,18 @@ void TParamCompareView::retranslate()
     updateCounts();
 }
 
+// Columns as wide as their texts, names and values at most 40 characters (wider ones
+// are cut, and the user may widen the column); the unit fills the rest.
 void TParamCompareView::fitColumns()
 {
     QHeaderView *h = m_view->horizontalHeader();
-    h->setSectionResizeMode(ParamCompare::ColKoordinate, QHeaderView::ResizeToContents);
-    h->setSectionResizeMode(ParamCompare::ColName, QHeaderView::Stretch);
-    h->setSectionResizeMode(ParamCompare::ColThis, QHeaderView::ResizeToContents);
-    h->setSectionResizeMode(ParamCompare::ColOther, QHeaderView::ResizeToContents);
-    h->setSectionResizeMode(ParamCompare::ColUnit, QHeaderView::ResizeToContents);
+    h->setSectionResizeMode(QHeaderView::Interactive);
+    h->setStretchLastSection(true);
+    m_view->resizeColumnsToContents();
+    const int cap = fontMetrics().averageCharWidth() * 40;
+    for (const int c : {ParamCompare::ColName, ParamCompare::ColThis, ParamCompare::ColOther}) {
+        if (h->sectionSize(c) > cap) h->resizeSection(c, cap);
+    }
 }
 
 void TParamCompareView::updateCounts()
@@ -269,22 +277,16 @@ bool TParamCompareView::eventFilter(QObject *watched, QEvent *event)
 QSize TParamCompareView::sizeHint() const
 {
     const QFontMetrics fm = fontMetrics();
-    int width = fm.averageCharWidth() * 40;
-    for (int c = 0; c < ParamCompare::ColumnCount; ++c)
-        width += fm.horizontalAdvance(m_model->headerData(c, Qt::Horizontal).toString()) +
-                 fm.averageCharWidth() * 4;
+    const int list = paramviews::listWidth(m_view, fm.averageCharWidth() * 40);
     const int buttons = m_tickAll->sizeHint().width() + m_tickNone->sizeHint().width() +
-                        m_apply->sizeHint().width() + fm.horizontalAdvance(m_counts->text());
-    width = qMax(width, buttons + fm.averageCharWidth() * 4);
-    return QSize(width, fm.lineSpacing() * 26);
-}
-
-QSize TParamCompareView::minimumSizeHint() const
-{
-    const QFontMetrics fm = fontMetrics();
-    const int buttons = m_tickAll->sizeHint().width() + m_tickNone->sizeHint().width() +
-                        m_apply->sizeHint().width() + fm.averageCharWidth() * 20;
-    return QSize(buttons, fm.lineSpacing() * 14);
+                        m_apply->sizeHint().width() + fm.horizontalAdvance(m_counts->text()) +
+                        fm.averageCharWidth() * 6;
+    const int search =
+        m_only->sizeHint().width() + m_searchLabel->sizeHint().width() + fm.averageCharWidth() * 30;
+    // The layout's own height (note, result box, minimum rows) when it asks for more.
+    return QSize(std::max({list, buttons, search}) + layout()->contentsMargins().left() +
+                     layout()->contentsMargins().right() + fm.averageCharWidth(),
+                 std::max(QWidget::sizeHint().height(), fm.lineSpacing() * 26));
 }
 
 // --- dialog ----------------------------------------------------------------------------------
@@ -315,6 +317,7 @@ TParamCompareDialog *TParamCompareDialog::create(QWidget *parent, TParaTable *ta
     dialog->m_close->setText(paramViewText(table, "Close"));
     dialog->setWindowTitle(paramViewText(table, "CompareTitle"));
     dialog->m_view->setFocus(Qt::OtherFocusReason);
+    paramviews::fitDialog(dialog);
     return dialog;
 }
 

@@ -73,7 +73,6 @@ public:
     void retranslate();
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// Apply ran; `result` says what was written.

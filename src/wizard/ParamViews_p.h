@@ -8,7 +8,11 @@
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTableView>
+
+#include <algorithm>
 
 namespace drivewiz::paramviews {
 
@@ -29,6 +33,27 @@ inline QTableView *makeList(QWidget *parent, const char *name)
     return view;
 }
 
+/// The width a list needs to show its columns in full (each at most `maxColumn` wide),
+/// with its frame and scroll bar; at most nine tenths of the screen.
+inline int listWidth(const QTableView *view, int maxColumn)
+{
+    const auto *items = static_cast<const QAbstractItemView *>(view);
+    const QHeaderView *h = view->horizontalHeader();
+    // Frame, scroll bar, grid lines and the style's cell margins.
+    int width = 2 * view->frameWidth() + view->verticalScrollBar()->sizeHint().width() +
+                view->fontMetrics().averageCharWidth() * 6;
+    for (int c = 0; c < h->count(); ++c) {
+        if (h->isSectionHidden(c)) continue;
+        const int content = std::max(h->sectionSizeHint(c), items->sizeHintForColumn(c));
+        // A column already sized to its texts (and to a grid line) keeps that width.
+        const bool last = c == h->count() - 1 && h->stretchLastSection();
+        width += std::min(maxColumn, last ? content + 2 : std::max(content, h->sectionSize(c)));
+    }
+    if (const QScreen *screen = view->screen())
+        width = std::min(width, screen->availableGeometry().width() * 9 / 10);
+    return width;
+}
+
 /// A dialog laid out as `content` above a right-aligned Close button (not default, so
 /// Enter stays the content's); Close and Escape reject the dialog.
 inline QPushButton *layOutDialog(QDialog *dialog, QWidget *content, const char *closeName)
@@ -44,6 +69,16 @@ inline QPushButton *layOutDialog(QDialog *dialog, QWidget *content, const char *
     top->addLayout(row);
     QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::reject);
     return close;
+}
+
+/// Sizes a dialog to what its content asks for, up to nine tenths of the screen (a
+/// window's first show would stop at two thirds).
+inline void fitDialog(QDialog *dialog)
+{
+    QSize size = dialog->sizeHint();
+    if (const QScreen *screen = dialog->screen())
+        size = size.boundedTo(screen->availableGeometry().size() * 9 / 10);
+    dialog->resize(size);
 }
 
 } // namespace drivewiz::paramviews

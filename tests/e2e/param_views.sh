@@ -70,7 +70,7 @@ focus "$cid"
 key space
 key space
 key Return
-waitfor 50 grep -q "# 1 values applied" "$log" || fail "the Apply was not reported"
+waitfor 50 grep -q "# Values applied: 1" "$log" || fail "the Apply was not reported"
 key Escape
 
 focus "$wid"

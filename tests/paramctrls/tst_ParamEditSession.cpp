@@ -70,6 +70,7 @@ TEST_F(EditSession, TypedValueIsMarkedAndSaidUntilUndone)
     EXPECT_GE(mark->x(),
               a10->koordinateLabel()->x() + a10->koordinateLabel()->fontMetrics().horizontalAdvance(
                                                 a10->koordinateLabel()->text()));
+    EXPECT_LE(mark->geometry().right(), a10->paraNameLabel()->x()); // nor over the name
     EXPECT_EQ(steps(), 1);
     session->undo()->undo();
     EXPECT_EQ(a10->GetText(), QStringLiteral("10"));

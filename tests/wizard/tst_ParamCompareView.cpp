@@ -86,7 +86,7 @@ TEST_F(CompareView, KeyboardOnlyTicksAppliesAndCloses)
     EXPECT_EQ(value(QStringLiteral("A10")), QStringLiteral("20"));
     EXPECT_NE(value(QStringLiteral("A12")), QStringLiteral("2: auto"));
     EXPECT_EQ(undo->undoStack()->count(), 1);
-    EXPECT_TRUE(view->resultText().startsWith(QStringLiteral("1 Werte übernommen")));
+    EXPECT_TRUE(view->resultText().startsWith(QStringLiteral("Werte übernommen: 1")));
     EXPECT_TRUE(dialog->isVisible());
     QTest::keyClick(list, Qt::Key_Escape);
     EXPECT_EVENTUALLY_TRUE(dialog.isNull() || !dialog->isVisible());
