@@ -11,7 +11,7 @@ packages=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libsimpleini-dev zlib1g-dev
   fontconfig fonts-dejavu-core
-  xvfb xdotool x11-utils
+  xvfb xdotool x11-utils x11-apps netpbm
   python3
   clang libclang-rt-dev
 )

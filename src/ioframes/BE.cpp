@@ -303,11 +303,29 @@ void TInput::UpdateControlsPos()
     const int arrowLeft = std::max(355, rightOfControl() + 8);
     ImgArrow->setGeometry(arrowLeft, (h - 12) / 2, std::max(0, width() - arrowLeft - 2), 12);
     ioframes::showArrow(ImgArrow);
+    m_laidOutFieldRight = fieldRight();
+}
+
+int TInput::fieldRight() const
+{
+    const QWidget *input = P_Quelle->GetEditControl();
+    const int shown = input ? P_Quelle->x() + input->x() + input->width() : 0;
+    return std::max(m_controlLeft + m_controlWidth, shown);
 }
 
 int TInput::rightOfControl() const
 {
-    return m_controlLeft + m_controlWidth;
+    return fieldRight();
+}
+
+// The source control asks for a new layout when its field grows for a long entry; what
+// sits right of the field moves along, once a change of the field's edge.
+bool TInput::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest && !isLoading() &&
+        fieldRight() != m_laidOutFieldRight)
+        UpdateControlsPos();
+    return QFrame::event(event);
 }
 
 int TInput::NeededControlLeft() const

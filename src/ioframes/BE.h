@@ -130,6 +130,9 @@ protected:
     virtual int rightOfControl() const;
     /// The bus link (wizBusParName, wizBusParBit) is about to change.
     virtual void releaseBusLink() {}
+    /// Right edge of the source field as shown: a choice may widen it past wizControlWidth.
+    int fieldRight() const;
+    bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
@@ -158,6 +161,7 @@ private:
     QPointer<QObject> m_hookedCombo; // compared while it dies: no downcast
     mutable QString m_measuredName;
     mutable int m_measuredWidth = 0;
+    int m_laidOutFieldRight = -1;
 };
 
 /// A binary signal input: adds a status lamp that shows the signal's level (offline from

@@ -265,7 +265,7 @@ bool TBEinput::eventFilter(QObject *watched, QEvent *event)
 
 int TBEinput::rightOfControl() const
 {
-    return TInput::rightOfControl() + 5 + kLampWidth;
+    return fieldRight() + 5 + kLampWidth;
 }
 
 void TBEinput::UpdateControlsPos()
@@ -275,7 +275,7 @@ void TBEinput::UpdateControlsPos()
     const QWidget *input = P_Quelle->GetEditControl();
     const int top = input ? input->y() : 2;
     const int h = input ? input->height() : 20;
-    m_lamp->setGeometry(P_Quelle->x() + wizControlLeft() + wizControlWidth() + 5,
+    m_lamp->setGeometry(fieldRight() + 5,
                         P_Quelle->y() + top + 3, kLampWidth, std::max(4, h - 6));
 }
 

@@ -92,6 +92,9 @@ void TParaTable::PostParaControl(TParaClass *control)
     m_textRestore = true;
     c->SetText(previous);
     m_textRestore = saved;
+    // The table keeps what the drive has, not the refused value.
+    const int row = c ? FindParam(koord, c->Achse()) : -1;
+    if (row >= 0) SetCell(row, QStringLiteral("Wert"), previous);
     if (!m_busy && c)
         MessageDlg(s_FreigabeAus + QStringLiteral(": ") + c->GetParamName(), MsgDlgType::Error,
                    mbOK);
@@ -102,9 +105,12 @@ void TParaTable::PostAllParams()
     const bool wasBusy = m_busy;
     m_busy = true;
     m_postingAll = true;
+    QHash<quint32, PendingEdit> withoutControl = m_pendingEdits;
     for (const QPointer<TParaClass> &c : guarded(paraControls())) {
+        if (c) withoutControl.remove(c->Q7adr());
         if (c) PostParaControl(c);
     }
+    postPendingValues(withoutControl);
     m_postingAll = false;
     m_busy = wasBusy || m_hostDetached;
     m_pendingEdits.clear(); // OK wrote them
@@ -193,7 +199,7 @@ void TParaTable::UserEdited(TParaClass *control)
     const QString old = Cell(row, QStringLiteral("Wert"));
     const QString value = control->GetText();
     if (row >= 0) SetCell(row, QStringLiteral("Wert"), value);
-    markPending(control->Q7adr(), row, old);
+    markPending(control->Q7adr(), row, old, value);
     if (row >= 0) reportTableWrite(row, old, value);
     updateIndirectUnits(koord);
 }
@@ -236,6 +242,7 @@ void TParaTable::postPendingEdits()
         PostParaControl(c);
         m_pendingEdits.remove(address);
     }
+    postPendingValues(pending);
 }
 
 void TParaTable::rebuildControls()

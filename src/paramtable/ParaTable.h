@@ -315,11 +315,18 @@ private:
     void fillGroupFromDescriptions(TImportTable &table, const QString &group);
     void reportBindError(TParaClass *control, const QString &error);
     bool hostDescriptions() const { return m_cb.get_para_info != nullptr; }
+    struct PendingEdit
+    {
+        ParamKey key;
+        QString before; // the value before the first offline edit
+        WriteOrigin origin;
+    };
     bool reportsWrites() const;
     void reportWrite(ParamWrite &write);
     void reportTableWrite(int row, const QString &oldValue, const QString &newValue);
-    void markPending(quint32 address, int row, const QString &before);
+    void markPending(quint32 address, int row, const QString &before, const QString &value);
     void holdPendingEdits();
+    void postPendingValues(const QHash<quint32, PendingEdit> &pending);
     void showWrittenValue(quint32 address, const QString &value);
 
     tOnlineModus m_online = omOffline;
@@ -361,12 +368,6 @@ private:
     int m_toolMsgDepth = 0;
     int m_refreshing = 0;
     QStringList m_indirectUnits;
-    struct PendingEdit
-    {
-        ParamKey key;
-        QString before; // the value before the first offline edit
-        WriteOrigin origin;
-    };
     QHash<quint32, PendingEdit> m_pendingEdits; // values typed offline, until OK
     WriteOrigin m_origin = WriteOrigin::Typed;
     const QString *m_writeOld = nullptr; // the old value a caller of SetParaValue knows

@@ -77,9 +77,12 @@ char TParaTable::SetParaValue(quint32 address, const QString &koordinate, const 
     const bool report = reportsWrites() && (!m_postingAll || m_pendingEdits.contains(address));
     ParamWrite w;
     if (report) {
-        const int row = GetRecNo(koordinate, false);
+        // The address names the axis; the coordinate may not ("B20" for axis 2).
+        const ParamKey byAddress = ParamKey::fromText(GetKoordinateAusQ7Adr(address));
+        int row = FindKey(byAddress);
+        if (row < 0) row = GetRecNo(koordinate, false);
         const auto pending = m_pendingEdits.constFind(address);
-        w.key = row >= 0 ? KeyOfRow(row) : ParamKey::fromText(GetKoordinateAusQ7Adr(address));
+        w.key = row >= 0 ? KeyOfRow(row) : byAddress;
         w.oldValue = pending != m_pendingEdits.cend() ? pending->before
                      : m_writeOld                     ? *m_writeOld
                                                       : Cell(row, QStringLiteral("Wert"));

@@ -4,6 +4,7 @@
 
 #include "paramtable/ParaTable_p.h"
 
+#include "paramtable/ParamSet.h"
 #include "paramtable/coordinates.h"
 #include "platform/convert.h"
 #include "platform/textcodec.h"
@@ -26,8 +27,7 @@ TParaTable::OriginScope::~OriginScope()
 
 int TParaTable::FindKey(const ParamKey &key) const
 {
-    if (key.koordinate.isEmpty()) return -1;
-    return FindParAxUnknown(key.koordinate, key.achse);
+    return FindParamKey(*this, key);
 }
 
 ParamKey TParaTable::KeyOfRow(int row) const
@@ -75,11 +75,17 @@ void TParaTable::reportTableWrite(int row, const QString &oldValue, const QStrin
 }
 
 // The first offline edit of a parameter remembers the value before it: OK's write of
-// it is reported with that as its old value.
-void TParaTable::markPending(quint32 address, int row, const QString &before)
+// it is reported with that as its old value. An edit (an undo, a revert) that brings
+// the value back to it leaves nothing for OK to write.
+void TParaTable::markPending(quint32 address, int row, const QString &before,
+                             const QString &value)
 {
-    if (address == 0 || m_pendingEdits.contains(address)) return;
-    m_pendingEdits.insert(address, PendingEdit{KeyOfRow(row), before, m_origin});
+    if (address == 0) return;
+    const auto it = m_pendingEdits.constFind(address);
+    if (it == m_pendingEdits.cend())
+        m_pendingEdits.insert(address, PendingEdit{KeyOfRow(row), before, m_origin});
+    else if (it->before == value)
+        m_pendingEdits.remove(address);
 }
 
 // The controls are rebuilt from "Wert" next: they show what was there before the edits
@@ -94,6 +100,20 @@ void TParaTable::holdPendingEdits()
         SetCell(row, QStringLiteral("Wert"), it->before); // until the drive's value is read
     }
     m_pendingEdits.clear();
+}
+
+// Values written offline for parameters no control of the form shows (an Apply, a
+// reset from a list) go to the host with the controls' values: at OK, or going online.
+void TParaTable::postPendingValues(const QHash<quint32, PendingEdit> &pending)
+{
+    for (auto it = pending.cbegin(); it != pending.cend() && !m_hostDetached; ++it) {
+        const int row = FindKey(it->key);
+        if (row < 0) continue;
+        const bool known = m_pendingEdits.contains(it.key());
+        if (!known) m_pendingEdits.insert(it.key(), *it); // reported with its old value
+        SetParaValue(it.key(), it->key.koordinate, Cell(row, QStringLiteral("Wert")));
+        if (!known) m_pendingEdits.remove(it.key());
+    }
 }
 
 ParamWrite TParaTable::WriteValue(const ParamKey &key, const QString &value, WriteOrigin origin)
@@ -121,7 +141,7 @@ ParamWrite TParaTable::WriteValue(const ParamKey &key, const QString &value, Wri
         if (status != 0 || m_hostDetached) return result;
     } else {
         if (m_online == omRueckdoku) return result; // never written, not even here
-        markPending(address, row, old);
+        markPending(address, row, old, value);
     }
     // Found again: the host may have had rows described meanwhile.
     const int now = FindKey(result.key);

@@ -9,8 +9,14 @@ namespace drivewiz {
 ParamChanges::ParamChanges(TParaTable *table, QObject *parent) : QObject(parent), m_table(table)
 {
     if (!table) return;
-    connect(table, &TParaTable::valueWritten, this,
-            [this](const ParamWrite &w) { update(w.key, true); });
+    // A refused value is put back after the write was reported: looked at once it is.
+    connect(table, &TParaTable::valueWritten, this, [this](const ParamWrite &w) {
+        if (w.accepted())
+            update(w.key, true);
+        else
+            QMetaObject::invokeMethod(this, [this, key = w.key] { update(key, true); },
+                                      Qt::QueuedConnection);
+    });
     connect(table, &TParaTable::valueRead, this, [this](int row) {
         if (m_table) update(m_table->KeyOfRow(row), true);
     });
@@ -22,10 +28,10 @@ void ParamChanges::takeOpeningValues()
     m_opening = ParamSet::fromWizard(*m_table);
     m_taken = true;
     const bool had = !m_changed.isEmpty();
-    const QSet<QString> before = m_changed;
+    const QSet<ParamKey> before = m_changed;
     m_changed.clear();
-    for (const QString &hash : before)
-        Q_EMIT changedStateChanged(ParamKey::fromText(hash), false);
+    for (const ParamKey &key : before)
+        Q_EMIT changedStateChanged(key, false);
     if (had) Q_EMIT changesChanged();
 }
 
@@ -46,7 +52,7 @@ bool ParamChanges::differs(const ParamKey &key) const
 
 bool ParamChanges::isChanged(const ParamKey &key) const
 {
-    return m_changed.contains(key.hashText());
+    return m_changed.contains(key);
 }
 
 QList<ParamKey> ParamChanges::changed(const QList<ParamKey> &among) const
@@ -54,12 +60,12 @@ QList<ParamKey> ParamChanges::changed(const QList<ParamKey> &among) const
     QList<ParamKey> out;
     if (among.isEmpty()) {
         for (const ParamSet::Entry &e : m_opening.entries()) {
-            if (m_changed.contains(e.key.hashText())) out << e.key;
+            if (m_changed.contains(e.key)) out << e.key;
         }
         return out;
     }
     for (const ParamKey &k : among) {
-        if (m_changed.contains(k.hashText())) out << k;
+        if (m_changed.contains(k)) out << k;
     }
     return out;
 }
@@ -72,13 +78,12 @@ int ParamChanges::changedCount(const QList<ParamKey> &among) const
 void ParamChanges::update(const ParamKey &key, bool emitCount)
 {
     if (!m_taken) return;
-    const QString hash = key.hashText();
     const bool now = differs(key);
-    if (now == m_changed.contains(hash)) return;
+    if (now == m_changed.contains(key)) return;
     if (now)
-        m_changed.insert(hash);
+        m_changed.insert(key);
     else
-        m_changed.remove(hash);
+        m_changed.remove(key);
     Q_EMIT changedStateChanged(key, now);
     if (emitCount) Q_EMIT changesChanged();
 }
@@ -92,7 +97,7 @@ void ParamChanges::recheck()
 {
     if (!m_taken) return;
     const int before = int(m_changed.size());
-    const QSet<QString> old = m_changed;
+    const QSet<ParamKey> old = m_changed;
     for (const ParamSet::Entry &e : m_opening.entries())
         update(e.key, false);
     if (old != m_changed || before != int(m_changed.size())) Q_EMIT changesChanged();

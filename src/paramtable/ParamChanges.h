@@ -53,7 +53,7 @@ private:
 
     QPointer<TParaTable> m_table;
     ParamSet m_opening;
-    QSet<QString> m_changed; // hashText of the changed parameters
+    QSet<ParamKey> m_changed;
     bool m_taken = false;
 };
 

@@ -157,12 +157,12 @@ ApplyResult ParamCompare::apply(TParaTable &table, ParamUndoStack *undo, ApplySi
     const ApplyResult result = undo ? undo->writeValues(changes, WriteOrigin::Apply, text, &written)
                                     : ParamUndoStack::writeChanges(table, changes, WriteOrigin::Apply,
                                                                    true, &written);
-    QHash<QString, QString> done;
+    QHash<ParamKey, QString> done;
     for (const ParamChange &c : std::as_const(written))
-        done.insert(c.key.hashText(), c.newValue);
+        done.insert(c.key, c.newValue);
     for (const int i : std::as_const(rows)) {
         Row &r = m_rows[i];
-        const auto it = done.constFind(r.key.hashText());
+        const auto it = done.constFind(r.key);
         if (it == done.cend()) continue;
         (side == ApplySide::Other ? r.thisValue : r.otherValue) = *it;
         r.state = sameValue(r.thisValue, r.otherValue) ? State::Same : State::Different;

@@ -94,7 +94,9 @@ QString ParamJournal::fileFor(const QString &wizardId)
 QByteArray ParamJournal::formatLine(const ParamWrite &w)
 {
     using paramcsv::quoted;
-    return quoted(w.time.toString(Qt::ISODateWithMs)) + ';' + quoted(w.key.koordinate) + ';' +
+    // With its offset, so that a journal read in another time zone or season is right.
+    const QDateTime time = w.time.toOffsetFromUtc(w.time.offsetFromUtc());
+    return quoted(time.toString(Qt::ISODateWithMs)) + ';' + quoted(w.key.koordinate) + ';' +
            quoted(w.key.achse) + ';' + quoted(w.oldValue) + ';' + quoted(w.newValue) + ';' +
            quoted(writeOriginKeyword(w.origin)) + ';' + quoted(QLatin1String(modeWord(w.mode))) +
            ';' + quoted(w.answerText()) + "\r\n";

@@ -62,6 +62,9 @@ public:
     const Entry *find(const ParamKey &key) const;
     /// Adds an entry, replacing one of the same parameter.
     void insert(const Entry &entry);
+    void insert(Entry &&entry);
+    /// Room for `n` entries.
+    void reserve(int n);
     /// The keys in set order.
     QList<ParamKey> keys() const;
 
@@ -94,8 +97,14 @@ public:
                               const TParaTable *language = nullptr);
 
 private:
+    friend class ParamSetBuilder;
+    void ensureIndex() const;
+
+    // The index is made when first needed: a set made from a table to be compared is
+    // looked up by the other side only. Entries are unique by key in any case.
     QVector<Entry> m_entries;
-    QHash<QString, int> m_index; // hashText -> position
+    mutable QHash<ParamKey, int> m_index; // key -> position
+    mutable bool m_indexed = true;
     Meta m_meta;
 };
 
@@ -108,6 +117,10 @@ struct DRIVEWIZ_EXPORT ParamSetLoad
     int line = 0;
     QString error; ///< the message to show: file, line, what is wrong
 };
+
+/// The position of a parameter in a table's main index, or -1. Axes "0", "1" and ""
+/// stand in for each other: a table lists a drive-wide parameter under one of them.
+DRIVEWIZ_EXPORT int FindParamKey(const TImportTable &table, const ParamKey &key);
 
 /// The library's version as set files record it.
 DRIVEWIZ_EXPORT QString libraryVersion();

@@ -206,13 +206,11 @@ private:
         e.value = field(m_columns.wert);
         e.name = field(m_columns.name);
         e.unit = field(m_columns.einheit);
-        const QString hash = e.key.hashText();
-        const auto seen = m_lines.constFind(hash);
+        const auto seen = m_lines.constFind(e.key);
         if (seen != m_lines.cend())
-            return fail(lineNo, text("ErrDuplicate", e.key.text(),
-                                             QString::number(*seen)));
-        m_lines.insert(hash, lineNo);
-        m_out.set.insert(e);
+            return fail(lineNo, text("ErrDuplicate", e.key.text(), QString::number(*seen)));
+        m_lines.insert(e.key, lineNo);
+        m_out.set.insert(std::move(e));
         return true;
     }
 
@@ -222,7 +220,7 @@ private:
     Columns m_columns;
     QChar m_delim = QLatin1Char(';');
     QStringList m_fields;
-    QHash<QString, int> m_lines;
+    QHash<ParamKey, int> m_lines;
 };
 
 int lineAt(const QByteArray &bytes, qsizetype offset)

@@ -29,9 +29,40 @@ bool firstAxis(const QString &achse)
 
 } // namespace
 
-ParamKey::ParamKey(const QString &k, const QString &a)
-    : koordinate(k.trimmed().toUpper()), achse(a.trimmed())
+namespace {
+
+// Trimming and upper-casing copy the text; texts from tables rarely need either.
+bool needsTrim(const QString &t)
 {
+    return !t.isEmpty() && (t.front().unicode() <= u' ' || t.back().unicode() <= u' ' ||
+                            t.front().isSpace() || t.back().isSpace());
+}
+
+bool hasLower(const QString &t)
+{
+    for (const QChar c : t) {
+        const char16_t u = c.unicode();
+        if ((u >= u'a' && u <= u'z') || (u >= 0x80 && c.isLower())) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+ParamKey::ParamKey(const QString &k, const QString &a)
+    : koordinate(needsTrim(k) ? k.trimmed() : k), achse(needsTrim(a) ? a.trimmed() : a)
+{
+    if (hasLower(koordinate)) koordinate = koordinate.toUpper();
+}
+
+int ParamKey::axisNumber() const
+{
+    if (achse.isEmpty()) return 1;
+    const char16_t c = achse.at(0).unicode();
+    if (achse.size() == 1 && c >= u'0' && c <= u'9') return c == u'0' ? 1 : int(c - u'0');
+    bool ok = false;
+    const int n = achse.toInt(&ok);
+    return !ok ? -1 : n < 1 ? 1 : n;
 }
 
 QString ParamKey::text() const
@@ -47,11 +78,6 @@ ParamKey ParamKey::fromText(const QString &text, const QString &defaultAxis)
     if (t.size() > 2 && t.at(0).isDigit() && t.at(1) == QLatin1Char('.'))
         return ParamKey(t.mid(2), t.left(1));
     return ParamKey(t, defaultAxis);
-}
-
-QString ParamKey::hashText() const
-{
-    return text();
 }
 
 QString writeOriginKeyword(WriteOrigin origin)

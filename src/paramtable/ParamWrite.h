@@ -34,15 +34,21 @@ struct DRIVEWIZ_EXPORT ParamKey
     /// `defaultAxis`.
     static ParamKey fromText(const QString &text, const QString &defaultAxis = QString());
     /// Axes "0", "1" and "" all name the drive's first axis: they match each other.
-    QString hashText() const;
+    /// The text is text(); keys compare and hash without making it.
+    QString hashText() const { return text(); }
+    /// The axis as a number, 1 for "0", "1" and ""; -1 for a text that is none.
+    int axisNumber() const;
     bool isValid() const { return !koordinate.isEmpty(); }
-    bool operator==(const ParamKey &other) const { return hashText() == other.hashText(); }
+    bool operator==(const ParamKey &other) const
+    {
+        return koordinate == other.koordinate && axisNumber() == other.axisNumber();
+    }
     bool operator!=(const ParamKey &other) const { return !(*this == other); }
 };
 
 inline size_t qHash(const ParamKey &key, size_t seed = 0)
 {
-    return qHash(key.hashText(), seed);
+    return qHash(key.koordinate, seed) ^ size_t(key.axisNumber() * 0x9E3779B1u);
 }
 
 /// Who made a write: typed in a control, reset to default, reverted to the value at

@@ -216,6 +216,14 @@ QString TImportTable::CellAt(int p, int column) const
     return cell(rowAt(p), column);
 }
 
+QByteArray TImportTable::CellUtf8At(int p, int column) const
+{
+    const int row = rowAt(p);
+    if (row < 0 || row >= m_rowCount || column < 0) return QByteArray();
+    if (column == m_csvColumns) return QByteArray::fromStdString(m_index->key(size_t(row)));
+    return m_cells->utf8(size_t(row), column);
+}
+
 void TImportTable::SetCellAt(int p, int column, const QString &value)
 {
     setCell(rowAt(p), column, value);

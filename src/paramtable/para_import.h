@@ -118,6 +118,9 @@ public:
     QStringList Cells(int p, std::initializer_list<const char *> titles) const;
     /// The cell at a position and column number; empty when either is out of range.
     QString CellAt(int p, int column) const;
+    /// The same as UTF-8 bytes, without a copy where the table can: the bytes may refer
+    /// to the table's storage and are valid until the table changes.
+    QByteArray CellUtf8At(int p, int column) const;
     void SetCellAt(int p, int column, const QString &value);
     /// Row number (file order) of a position in the main index, or -1.
     int RowOfPosition(int p) const;

@@ -11,6 +11,7 @@
 
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QValidator>
 
@@ -343,6 +344,13 @@ void TwizPageControl::createFormParts()
         connect(m_searchEdit, &QLineEdit::textChanged, this, &TwizPageControl::SearchEditChange);
         m_searchEdit->installEventFilter(this);
         m_searchEdit->show();
+        // Outside the Tab order, yet a keyboard reaches it: Ctrl+F, as in any program.
+        auto *find = new QShortcut(QKeySequence::Find, host);
+        find->setObjectName(QStringLiteral("ShortcutSearch"));
+        connect(find, &QShortcut::activated, m_searchEdit, [edit = m_searchEdit] {
+            edit->setFocus(Qt::ShortcutFocusReason);
+            edit->selectAll();
+        });
     }
     if (!m_searchBtn) {
         m_searchBtn = new TwizButton(host);

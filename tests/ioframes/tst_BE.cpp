@@ -347,3 +347,16 @@ TEST_F(BinaryInput, RowLayoutKeepsTheNameCheckBoxFieldLampAndArrowApart)
     EXPECT_EQ(input->ImgArrow->geometry().right(), 500 - 3);
     EXPECT_GE(input->NeededControlLeft(), input->P_Quelle->paraNameLabel()->x());
 }
+
+TEST_F(BinaryInput, LampAndArrowMoveWhenALongChoiceWidensTheField)
+{
+    TBEinput *input = binaryInput(QStringLiteral("A60"), QStringLiteral("A310"), 0);
+    input->resize(500, 28);
+    QWidget *field = input->P_Quelle->GetEditControl();
+    field->resize(field->width() + 40, field->height()); // as a long entry makes it
+    input->P_Quelle->updateGeometry();
+    QCoreApplication::sendPostedEvents(input, QEvent::LayoutRequest);
+    const QRect fieldRect(input->P_Quelle->mapTo(input, field->pos()), field->size());
+    EXPECT_EQ(input->StatusPanel()->x(), fieldRect.right() + 1 + 5);
+    EXPECT_GT(input->ImgArrow->x(), input->StatusPanel()->geometry().right());
+}
