@@ -210,8 +210,12 @@ QString writeSources(int count)
 
 const InputsForm &inputsForm(int count)
 {
-    static std::map<int, InputsForm> forms;
-    InputsForm &f = forms[count];
+    // Widgets must go before the application does: freed by its destructor, not at exit.
+    static std::map<int, InputsForm> *forms = [] {
+        qAddPostRoutine([] { delete forms; });
+        return new std::map<int, InputsForm>;
+    }();
+    InputsForm &f = (*forms)[count];
     if (f.form) return f;
     f.form = std::make_unique<QWidget>();
     auto *table = new TParaTable(f.form.get());

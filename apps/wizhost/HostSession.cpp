@@ -168,6 +168,8 @@ QString HostSession::formFile(Wizard which)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
     if (which == Wizard::Inputs)
         return QDir(m_options.formsDir).filePath(QStringLiteral("Inputs.ui"));
+    if (which == Wizard::Outputs)
+        return QDir(m_options.formsDir).filePath(QStringLiteral("OutputsEncoder.ui"));
     if (which != Wizard::Overview) return QString();
     const QString path = m_tempDir.filePath(QStringLiteral("ParameterOverview.ui"));
     QString error;

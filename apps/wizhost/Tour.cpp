@@ -79,6 +79,7 @@ int Tour::run()
     m_session.setUserLevel(4);
     walk(Wizard::Overview, DWZ_ONLINE, std::bind(&Tour::overviewOnline, this, _1, _2));
     walkInputs();
+    walkOutputs();
     walkSets();
     m_session.setOnlineMode(DWZ_OFFLINE);
     settle(200);

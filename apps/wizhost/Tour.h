@@ -64,6 +64,13 @@ private:
     void journal(TwizParamViews *views);
     void goOnline(QWidget *form, TwizParamViews *views, int logBefore);
 
+    // The wizard "Outputs and encoder" (Tour_outputs.cpp).
+    void walkOutputs();
+    void outputsOffline(QWidget *form, QWidget *page);
+    void outputsOnline(QWidget *form, QWidget *page);
+    void typeKeys(QWidget *scope, const QString &edit, const QString &text);
+    void chooseOutputSource(QWidget *scope, const QString &control, const QString &koordinate);
+
     HostSession &m_session;
     HostWindow &m_window;
     QString m_outDir;

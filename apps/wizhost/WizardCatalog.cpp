@@ -11,6 +11,8 @@ const QList<WizardInfo> &wizardCatalog()
          QStringLiteral("Parameter overview")},
         {Wizard::Inputs, QStringLiteral("inputs"), QStringLiteral("cBtnInputs"),
          QStringLiteral("Inputs")},
+        {Wizard::Outputs, QStringLiteral("outputs"), QStringLiteral("cBtnOutputs"),
+         QStringLiteral("Outputs and encoder")},
     };
     return catalog;
 }

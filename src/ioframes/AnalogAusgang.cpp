@@ -4,6 +4,7 @@
 
 #include "ioframes/DigitalAusgang.h"
 #include "ioframes/QuellListe_p.h"
+#include "ioframes/ioframes_p.h"
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <algorithm>
 #include <cmath>
 
 namespace drivewiz {
@@ -84,12 +86,19 @@ TAnalogAus::TAnalogAus(QWidget *parent)
     red.setColor(QPalette::WindowText, Qt::darkRed);
     LblError->setPalette(red);
     LblError->hide();
+    m_helpers = std::make_unique<QObject>();
     hookControls();
 }
 
 TAnalogAus::~TAnalogAus()
 {
     addComponentState(csDestroying);
+    // The frame's controls outlive this destructor for a moment: they call it no more.
+    m_helpers.reset();
+    for (TParaClass *c : findChildren<TParaClass *>()) {
+        c->OnChange = nullptr;
+        c->OnExit = nullptr;
+    }
 }
 
 // --- properties ------------------------------------------------------------------------------
@@ -99,7 +108,7 @@ void TAnalogAus::SetwizParaSource(TParaTable *table)
     m_link->set(table);
     for (TParaClass *c : {P_Quelle, P_Offset, P_Faktor, P_Tau, P_Abs, P_R04, P_B17})
         c->SetwizParaSource(table);
-    if (!ioframes::Running(*this)) return;
+    if (!ioframes::atRunTime(*this)) return;
     P_R04->RebuildParaControl();
     P_B17->RebuildParaControl();
     bindControls();
@@ -118,21 +127,21 @@ QString TAnalogAus::wizParaSourceName() const
 void TAnalogAus::SetwizParaSourceName(const QString &objectName)
 {
     if (m_link->rename(objectName) && !isLoading())
-        SetwizParaSource(ioframes::FindTable(this, objectName));
+        SetwizParaSource(ioframes::tableByName(this, objectName));
 }
 
 void TAnalogAus::SetAnalogAusgang(TAnalogAusgang ausgang)
 {
     if (ausgang == m_ausgang) return;
     m_ausgang = ausgang;
-    if (ioframes::Running(*this)) bindControls();
+    if (ioframes::atRunTime(*this)) bindControls();
 }
 
 void TAnalogAus::SetParameterListe(const QString &liste)
 {
     if (liste == m_liste) return;
     m_liste = liste;
-    if (ioframes::Running(*this)) InitParameterCombo();
+    if (ioframes::atRunTime(*this)) InitParameterCombo();
 }
 
 void TAnalogAus::Loaded()
@@ -175,19 +184,32 @@ void TAnalogAus::hookControls()
         };
     };
     chain(P_Quelle, [this] {
-        if (ioframes::Running(*this) && wizParaSource()) UpdateCustomEdits();
+        if (ioframes::atRunTime(*this) && wizParaSource()) UpdateCustomEdits();
     });
     for (TParaClass *c : {P_Offset, P_Faktor, P_R04, P_B17}) {
         chain(c, [this] {
-            if (ioframes::Running(*this) && wizParaSource() && !m_writing) UpdateCustomEdits();
+            if (ioframes::atRunTime(*this) && wizParaSource() && !m_writing) UpdateCustomEdits();
         });
     }
+    // The two values can be typed only where factor and offset can be changed.
+    for (TParaClass *c : {P_Faktor, P_Offset})
+        connect(c, &TParaClass::enabledChanged, this, [this] { updateEditsEnabled(); });
     for (QLineEdit *edit : {Edit10V, Edit0V}) {
         edit->installEventFilter(this);
         connect(edit, &QLineEdit::editingFinished, this, [this] { editLeft(); });
     }
-    ioframes::WatchSourceField(
-        P_Quelle, this, [this] { InitParameterCombo(); }, CheckAchse);
+    ioframes::WatchSourceField(P_Quelle, m_helpers.get(), [this] { InitParameterCombo(); });
+    ioframes::KeepTabOrder(this, m_helpers.get(), [this] {
+        return QList<QWidget *>{P_Quelle->GetEditControl(),
+                                Edit10V,
+                                Edit0V,
+                                P_Offset->GetEditControl(),
+                                P_Faktor->GetEditControl(),
+                                P_Tau->GetEditControl(),
+                                P_Abs->GetEditControl(),
+                                P_R04->GetEditControl(),
+                                P_B17->GetEditControl()};
+    });
 }
 
 void TAnalogAus::InitParameterCombo()
@@ -197,6 +219,14 @@ void TAnalogAus::InitParameterCombo()
     filter.typeWords = {QStringLiteral("U16"), QStringLiteral("I16"), QStringLiteral("U32"),
                         QStringLiteral("I32"), QStringLiteral("P64")};
     ioframes::FillSourceCombo(P_Quelle, m_sources->entries(wizParaSource(), m_liste, filter));
+}
+
+void TAnalogAus::updateEditsEnabled()
+{
+    const bool editable = P_Faktor->GetEditControl() && P_Offset->GetEditControl() &&
+                          P_Faktor->GetEnabled() == pEnabled && P_Offset->GetEnabled() == pEnabled;
+    for (QLineEdit *edit : {Edit10V, Edit0V})
+        edit->setReadOnly(!editable);
 }
 
 // --- the source check -------------------------------------------------------------------------
@@ -253,11 +283,13 @@ void TAnalogAus::ShowErrorLabel(const QString &text)
 
 void TAnalogAus::HideIfNoOutputs()
 {
-    if (m_outputsChecked || !wizParaSource() || !ioframes::Running(*this)) return;
+    if (m_outputsChecked || !wizParaSource() || !ioframes::atRunTime(*this)) return;
     m_outputsChecked = true;
     QString board;
     ioframes::DriveValue(wizParaSource(), QStringLiteral("E58"), board);
-    if (!board.isEmpty()) return;
+    // A slot the drive reports as "---" (or "???") is as empty as an empty text.
+    if (std::any_of(board.cbegin(), board.cend(), [](QChar c) { return c.isLetterOrNumber(); }))
+        return;
     m_noOutputs = true;
     hide();
     ioframes::HideWizardPage(this);
@@ -335,7 +367,7 @@ void TAnalogAus::showUnits(int record)
 void TAnalogAus::Edit10VKeyUp(QObject *sender)
 {
     Q_UNUSED(sender)
-    if (!wizParaSource()) return;
+    if (!wizParaSource() || Edit10V->isReadOnly()) return;
     const int record = sourceRecord();
     if (!CheckQuelle(record)) return;
     applyTyped(record, true);
@@ -455,19 +487,18 @@ void TAnalogAus::editLeft()
 void TAnalogAus::UpdateLanguage()
 {
     if (!wizParaSource()) return;
-    m_link->translated();
     ReadControls(wizParaSource()->LanguageFile(), wizParaSource()->Language(),
                  QStringLiteral("TAnalogAus"), this);
     P_Quelle->SetInputFeldHint(s_DataTypeI16only);
     // The error label and the units show what the source says, not a caption.
-    if (ioframes::Running(*this)) UpdateCustomEdits();
+    if (ioframes::atRunTime(*this)) UpdateCustomEdits();
 }
 
-void TAnalogAus::showEvent(QShowEvent *event)
+void TAnalogAus::changeEvent(QEvent *event)
 {
-    QFrame::showEvent(event);
-    // The host may choose the language after the frame was loaded.
-    if (ioframes::Running(*this) && m_link->languageChanged()) UpdateLanguage();
+    QFrame::changeEvent(event);
+    // A language file read anew (the host may choose the language after loading).
+    if (event->type() == QEvent::LanguageChange && ioframes::atRunTime(*this)) UpdateLanguage();
 }
 
 bool TAnalogAus::eventFilter(QObject *watched, QEvent *event)

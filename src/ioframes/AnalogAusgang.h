@@ -107,7 +107,7 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
-    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void bindControls();
@@ -123,6 +123,7 @@ private:
     QString sourceText() const;
     int sourceRecord() const;
     void showUnits(int record);
+    void updateEditsEnabled();
 
     std::unique_ptr<Ui::TAnalogAus> m_ui;
     std::unique_ptr<ioframes::FrameTable> m_link; // the table
@@ -135,6 +136,8 @@ private:
     bool m_leaving = false;
     bool m_adjusted = false; // the drive's limits changed the typed values
     QString m_shown[2];      // what the edits showed after the last conversion
+    // Watchers of the frame's own controls; gone first when the frame goes.
+    std::unique_ptr<QObject> m_helpers;
 };
 
 } // namespace drivewiz

@@ -3,6 +3,7 @@
 #include "ioframes/DigitalAusgang.h"
 
 #include "ioframes/QuellListe_p.h"
+#include "ioframes/ioframes_p.h"
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
@@ -54,12 +55,19 @@ TDigitalAus::TDigitalAus(QWidget *parent)
     ioframes::SetPicture(Img_BA_KBQ7701_1, kPictures + QStringLiteral("ba_kbq7701_1.svg"));
     ioframes::SetPicture(Img_BA_KBW7700, kPictures + QStringLiteral("ba_kbw7700.svg"));
     ioframes::SetPicture(Img_BA_KBQ7701_2, kPictures + QStringLiteral("ba_kbq7701_2.svg"));
+    m_helpers = std::make_unique<QObject>();
     hookControls();
 }
 
 TDigitalAus::~TDigitalAus()
 {
     addComponentState(csDestroying);
+    // The frame's controls outlive this destructor for a moment: they call it no more.
+    m_helpers.reset();
+    for (TParaClass *c : findChildren<TParaClass *>()) {
+        c->OnChange = nullptr;
+        c->OnExit = nullptr;
+    }
 }
 
 QList<TParaClass *> TDigitalAus::SourceControls() const
@@ -74,7 +82,7 @@ void TDigitalAus::SetwizParaSource(TParaTable *table)
     m_link->set(table);
     for (TParaClass *c : SourceControls())
         c->SetwizParaSource(table);
-    if (!ioframes::Running(*this)) return;
+    if (!ioframes::atRunTime(*this)) return;
     for (TParaClass *c : SourceControls())
         c->RebuildParaControl();
     InitParameterCombo(m_liste, wizParaSource(), this);
@@ -93,14 +101,14 @@ QString TDigitalAus::wizParaSourceName() const
 void TDigitalAus::SetwizParaSourceName(const QString &objectName)
 {
     if (m_link->rename(objectName) && !isLoading())
-        SetwizParaSource(ioframes::FindTable(this, objectName));
+        SetwizParaSource(ioframes::tableByName(this, objectName));
 }
 
 void TDigitalAus::SetParameterListe(const QString &liste)
 {
     if (liste == m_liste) return;
     m_liste = liste;
-    if (ioframes::Running(*this)) InitParameterCombo(m_liste, wizParaSource(), this);
+    if (ioframes::atRunTime(*this)) InitParameterCombo(m_liste, wizParaSource(), this);
 }
 
 void TDigitalAus::Loaded()
@@ -122,10 +130,15 @@ void TDigitalAus::hookControls()
             if (previous) previous(sender);
             P_F61Exit(sender);
         };
-        ioframes::WatchSourceField(
-            c, this, [this, c] { InitParameterCombo(m_liste, wizParaSource(), c); },
-            [this](TParaClass *control) { P_F61Exit(control); });
+        ioframes::WatchSourceField(c, m_helpers.get(),
+                                   [this, c] { InitParameterCombo(m_liste, wizParaSource(), c); });
     }
+    ioframes::KeepTabOrder(this, m_helpers.get(), [this] {
+        QList<QWidget *> fields;
+        for (TParaClass *c : SourceControls())
+            fields << c->GetEditControl();
+        return fields;
+    });
 }
 
 void TDigitalAus::InitParameterCombo(const QString &liste, TParaTable *table, QWidget *parent)
@@ -189,7 +202,7 @@ void TDigitalAus::applyBoard()
 
 void TDigitalAus::HideMissingOutputs()
 {
-    if (m_outputsShown || !wizParaSource() || !ioframes::Running(*this)) return;
+    if (m_outputsShown || !wizParaSource() || !ioframes::atRunTime(*this)) return;
     m_outputsShown = true;
     m_board = Board();
     QString family, board;
@@ -216,18 +229,17 @@ void TDigitalAus::HideMissingOutputs()
 void TDigitalAus::UpdateLanguage()
 {
     if (!wizParaSource()) return;
-    m_link->translated();
     ReadControls(wizParaSource()->LanguageFile(), wizParaSource()->Language(),
                  QStringLiteral("TDigitalAus"), this);
     // Terminal and board names come from the hardware, not from the language file.
     if (m_outputsShown) applyBoard();
 }
 
-void TDigitalAus::showEvent(QShowEvent *event)
+void TDigitalAus::changeEvent(QEvent *event)
 {
-    QFrame::showEvent(event);
-    // The host may choose the language after the frame was loaded.
-    if (ioframes::Running(*this) && m_link->languageChanged()) UpdateLanguage();
+    QFrame::changeEvent(event);
+    // A language file read anew (the host may choose the language after loading).
+    if (event->type() == QEvent::LanguageChange && ioframes::atRunTime(*this)) UpdateLanguage();
 }
 
 } // namespace drivewiz

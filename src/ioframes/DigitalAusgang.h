@@ -95,7 +95,7 @@ public:
     QLabel *LblInfoOben = nullptr;
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     // What the fitted board shows: its picture(s), terminal names and name.
@@ -118,6 +118,8 @@ private:
     QString m_liste;
     Board m_board;
     bool m_outputsShown = false; // HideMissingOutputs ran
+    // Watchers of the frame's own controls; gone first when the frame goes.
+    std::unique_ptr<QObject> m_helpers;
 };
 
 /// The exit check of a source control (sender): a text naming a parameter of the table

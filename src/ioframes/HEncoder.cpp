@@ -3,6 +3,7 @@
 #include "ioframes/HEncoder.h"
 
 #include "ioframes/QuellListe_p.h"
+#include "ioframes/ioframes_p.h"
 #include "lang/wizSprache.h"
 #include "paramtable/ParaTable.h"
 #include "platform/convert.h"
@@ -84,12 +85,19 @@ TEncoderFrame::TEncoderFrame(QWidget *parent)
     // The connection parameter chooses the page; tabs would let the two disagree.
     PageCtrl->tabBar()->hide();
     connect(PageCtrl, &QTabWidget::currentChanged, this, [this] { updateResolution(); });
+    m_helpers = std::make_unique<QObject>();
     hookControls();
 }
 
 TEncoderFrame::~TEncoderFrame()
 {
     addComponentState(csDestroying);
+    // The frame's controls outlive this destructor for a moment: they call it no more.
+    m_helpers.reset();
+    for (TParaClass *c : findChildren<TParaClass *>()) {
+        c->OnChange = nullptr;
+        c->OnExit = nullptr;
+    }
     if (m_control) m_control->OnChange = m_previous;
 }
 
@@ -106,7 +114,7 @@ void TEncoderFrame::SetwizParaSource(TParaTable *table)
     m_link->set(table);
     for (TParaClass *c : controls())
         c->SetwizParaSource(table);
-    if (!ioframes::Running(*this) || !table) return;
+    if (!ioframes::atRunTime(*this) || !table) return;
     for (TParaClass *c : controls())
         c->RebuildParaControl();
     bindAlternatives();
@@ -126,7 +134,7 @@ QString TEncoderFrame::wizParaSourceName() const
 void TEncoderFrame::SetwizParaSourceName(const QString &objectName)
 {
     if (m_link->rename(objectName) && !isLoading())
-        SetwizParaSource(ioframes::FindTable(this, objectName));
+        SetwizParaSource(ioframes::tableByName(this, objectName));
 }
 
 void TEncoderFrame::SetwizControlParam(TParaClass *control)
@@ -139,7 +147,7 @@ void TEncoderFrame::SetwizControlParam(TParaClass *control)
     m_controlName = control->objectName();
     m_previous = control->OnChange;
     control->OnChange = [this](QObject *sender) { ControlParamChange(sender); };
-    if (ioframes::Running(*this)) choosePage(false);
+    if (ioframes::atRunTime(*this)) choosePage(false);
 }
 
 QString TEncoderFrame::wizControlParamName() const
@@ -297,13 +305,19 @@ int TEncoderFrame::GetEncResolution() const
 
 void TEncoderFrame::updateResolution()
 {
-    if (!ioframes::Running(*this)) return;
+    if (!ioframes::atRunTime(*this)) return;
     const bool known = GetEncoderType() != ttnone;
     LblAufloesung->setVisible(known);
     LblResolution->setVisible(known);
+    const int resolution = GetEncResolution();
     if (known)
-        LblResolution->setText(
-            QStringLiteral("%1 %2 / %3").arg(GetEncResolution()).arg(s_Ink, s_EncRev));
+        LblResolution->setText(QStringLiteral("%1 %2 / %3").arg(resolution).arg(s_Ink, s_EncRev));
+    const Shown now{GetwizEncoder(), GetEncoderType(), resolution};
+    if (now.page == m_shown.page && now.type == m_shown.type &&
+        now.resolution == m_shown.resolution)
+        return;
+    m_shown = now;
+    Q_EMIT encoderChanged(now.type, now.resolution);
 }
 
 // --- visibility ---------------------------------------------------------------------------------
@@ -332,13 +346,19 @@ void TEncoderFrame::UpdateVisibility()
 
 void TEncoderFrame::hookControls()
 {
+    ioframes::KeepTabOrder(this, m_helpers.get(), [this] {
+        QList<QWidget *> fields;
+        for (TParaClass *c : controls())
+            fields << c->GetEditControl();
+        return fields;
+    });
     // A change of a connection's function shows its controls; a change of what the
     // resolution is made of shows the new resolution.
     for (TParaClass *c : controls()) {
         const bool first = c == P_H00 || c == P_H40 || c == P_H120 || c == P_H140;
         c->OnChange = [this, first, previous = c->OnChange](QObject *sender) {
             if (previous) previous(sender);
-            if (!ioframes::Running(*this)) return;
+            if (!ioframes::atRunTime(*this)) return;
             if (first)
                 UpdateVisibility();
             else
@@ -352,7 +372,6 @@ void TEncoderFrame::hookControls()
 void TEncoderFrame::UpdateLanguage()
 {
     if (!wizParaSource()) return;
-    m_link->translated();
     const QString section = QStringLiteral("TEncoderFrame");
     for (QLabel *label : {LblBE, LblBEencoder, LblX4, LblX4encoder, LblX120, LblX140,
                           LblX140encoder, LblAufloesung})
@@ -363,11 +382,11 @@ void TEncoderFrame::UpdateLanguage()
     updateResolution();
 }
 
-void TEncoderFrame::showEvent(QShowEvent *event)
+void TEncoderFrame::changeEvent(QEvent *event)
 {
-    QFrame::showEvent(event);
-    // The host may choose the language after the frame was loaded.
-    if (ioframes::Running(*this) && m_link->languageChanged()) UpdateLanguage();
+    QFrame::changeEvent(event);
+    // A language file read anew (the host may choose the language after loading).
+    if (event->type() == QEvent::LanguageChange && ioframes::atRunTime(*this)) UpdateLanguage();
 }
 
 } // namespace drivewiz

@@ -118,8 +118,13 @@ public:
     TParaClass *P_H148 = nullptr;
     TParaClass *P_H149 = nullptr;
 
+Q_SIGNALS:
+    /// The page, the encoder type or the resolution changed (by the selector, a function,
+    /// a line count or the SSI data bits).
+    void encoderChanged(drivewiz::TEncoderType type, int resolution);
+
 protected:
-    void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     QList<TParaClass *> controls() const;
@@ -133,6 +138,14 @@ private:
     QPointer<TParaClass> m_control;
     QString m_controlName;
     TParaClass::NotifyEvent m_previous; // the selector's change handler before ours
+    struct Shown
+    {
+        const QWidget *page = nullptr;
+        TEncoderType type = ttnone;
+        int resolution = -1;
+    } m_shown; // what encoderChanged last told
+    // Watchers of the frame's own controls; gone first when the frame goes.
+    std::unique_ptr<QObject> m_helpers;
 };
 
 } // namespace drivewiz

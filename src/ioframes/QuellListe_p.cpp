@@ -1,5 +1,7 @@
 #include "ioframes/QuellListe_p.h"
 
+#include "ioframes/ioframes_p.h"
+
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
 #include "paramtable/ParaTable.h"
@@ -10,6 +12,8 @@
 #include "widgets/wizCombo.h"
 #include "wizard/wizPageControl.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QImage>
@@ -84,22 +88,22 @@ QString firstWord(const QString &text)
     return LExtractWord(1, text, TCharSet(" :"), ewMultipleDelim).trimmed();
 }
 
-// Follows a source control's input field through its rebuilds: fills the new field's
-// list. The field is checked first thing when the user leaves it (the control's
+// Follows a source control's input field through its rebuilds: fills each new field's
+// list, and remembers the source the field had when the user entered it. Leaving the
+// field puts a typed parameter in the form of its entry first thing (the control's
 // BeforeExit), so that the control then writes the corrected text, once.
 class SourceFieldWatcher : public QObject
 {
 public:
-    SourceFieldWatcher(TParaClass *control, QObject *context, std::function<void()> refill,
-                       std::function<void(TParaClass *)> leave)
+    SourceFieldWatcher(TParaClass *control, QObject *context, std::function<void()> refill)
         : QObject(context), m_control(control), m_controlObject(control),
           m_refill(std::move(refill))
     {
         control->installEventFilter(this);
         control->BeforeExit = [previous = control->BeforeExit,
-                               leave = std::move(leave)](QObject *sender) {
+                               self = QPointer<SourceFieldWatcher>(this)](QObject *sender) {
             if (previous) previous(sender);
-            if (auto *c = qobject_cast<TParaClass *>(sender)) leave(c);
+            if (self && self->m_control) PrepareSourceText(self->m_control, self->m_entered);
         };
         attach();
     }
@@ -112,6 +116,9 @@ protected:
             // The new child is still being made: its list is filled once it stands.
             m_pending = true;
             QMetaObject::invokeMethod(this, &SourceFieldWatcher::attach, Qt::QueuedConnection);
+        } else if (event->type() == QEvent::FocusIn && watched == m_field && m_control &&
+                   static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason) {
+            m_entered = m_control->GetText();
         }
         return QObject::eventFilter(watched, event);
     }
@@ -125,24 +132,74 @@ private:
         if (field && field != m_field) {
             m_field = field;
             field->installEventFilter(this);
+            m_entered.clear();
         }
         m_refill();
+        if (field && field->hasFocus() && m_entered.isEmpty()) m_entered = m_control->GetText();
     }
 
     QPointer<TParaClass> m_control;
     QObject *m_controlObject;
     QPointer<QWidget> m_field;
     std::function<void()> m_refill;
+    QString m_entered; // the source when the user entered the field
+    bool m_pending = false;
+};
+
+// Puts a frame's fields into their order for Tab again whenever a parameter control of the
+// frame has built a new field.
+class TabOrderKeeper : public QObject
+{
+public:
+    TabOrderKeeper(QWidget *frame, QObject *context, std::function<QList<QWidget *>()> order)
+        : QObject(context), m_order(std::move(order))
+    {
+        for (TParaClass *c : frame->findChildren<TParaClass *>())
+            c->installEventFilter(this);
+        schedule();
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::ChildAdded) schedule();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void schedule()
+    {
+        if (m_pending) return;
+        m_pending = true;
+        QMetaObject::invokeMethod(this, &TabOrderKeeper::apply, Qt::QueuedConnection);
+    }
+
+    void apply()
+    {
+        m_pending = false;
+        QWidget *previous = nullptr;
+        for (QWidget *w : m_order()) {
+            if (!w) continue;
+            if (previous) QWidget::setTabOrder(previous, w);
+            previous = w;
+        }
+    }
+
+    std::function<QList<QWidget *>()> m_order;
     bool m_pending = false;
 };
 
 } // namespace
 
-QStringList ListWords(const QString &liste)
+namespace {
+
+QStringList listWords(const QString &liste)
 {
     static const QRegularExpression separators(QStringLiteral("[,;\\s]+"));
     return liste.split(separators, Qt::SkipEmptyParts);
 }
+
+} // namespace
 
 QString SourceEntry(TParaTable *table, int p)
 {
@@ -159,7 +216,7 @@ QStringList SourceEntries(TParaTable *table, const QString &liste, const SourceF
                           const QStringList &always)
 {
     if (!table) return {};
-    const QStringList words = ListWords(liste);
+    const QStringList words = listWords(liste);
     const std::vector<ListWord> compiled = compile(words);
     std::vector<QStringList> buckets(std::max<size_t>(compiled.size(), 1));
     for (int p = 0; p < table->RowCount(); ++p) {
@@ -222,36 +279,32 @@ bool DriveValue(TParaTable *table, const QString &koordinate, QString &value)
     return true;
 }
 
-QPixmap FramePicture(const QString &resource)
+namespace {
+
+QPixmap framePicture(const QString &resource)
 {
     QSvgRenderer renderer(resource);
     if (!renderer.isValid()) return QPixmap();
-    QImage image(renderer.defaultSize(), QImage::Format_ARGB32_Premultiplied);
+    // Drawn for the screen's device pixels, so that the picture stays sharp at any scale.
+    const qreal ratio = qApp ? qApp->devicePixelRatio() : 1.0;
+    QImage image(renderer.defaultSize() * ratio, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     renderer.render(&painter);
     painter.end();
-    return QPixmap::fromImage(image);
+    QPixmap picture = QPixmap::fromImage(image);
+    picture.setDevicePixelRatio(ratio);
+    return picture;
 }
+
+} // namespace
 
 void SetPicture(QLabel *label, const QString &resource)
 {
     if (!label) return;
-    const QPixmap picture = FramePicture(resource);
+    const QPixmap picture = framePicture(resource);
     label->setPixmap(picture);
-    label->setMinimumSize(picture.size());
-}
-
-TParaTable *FindTable(QWidget *w, const QString &name)
-{
-    QWidget *form = w ? w->window() : nullptr;
-    return form && !name.isEmpty() ? form->findChild<TParaTable *>(name) : nullptr;
-}
-
-bool Running(const Component &component)
-{
-    return (component.componentState() & (csDesigning | csLoading | csDestroying)) ==
-           ComponentState();
+    label->setMinimumSize(picture.deviceIndependentSize().toSize());
 }
 
 void FrameTable::set(TParaTable *table)
@@ -274,18 +327,7 @@ bool FrameTable::rename(const QString &objectName)
 
 void FrameTable::resolve(QWidget *frame)
 {
-    if (!m_table && !m_name.isEmpty()) m_table = FindTable(frame, m_name);
-}
-
-bool FrameTable::languageChanged() const
-{
-    return m_table && (m_table->LanguageFile() != m_file || m_table->Language() != m_language);
-}
-
-void FrameTable::translated()
-{
-    m_file = m_table ? m_table->LanguageFile() : nullptr;
-    m_language = m_table ? m_table->Language() : 0;
+    if (!m_table && !m_name.isEmpty()) m_table = tableByName(frame, m_name);
 }
 
 void HideWizardPage(QWidget *w)
@@ -301,15 +343,52 @@ void HideWizardPage(QWidget *w)
     }
 }
 
-void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill,
-                      std::function<void(TParaClass *)> leave)
+void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill)
 {
-    if (control) new SourceFieldWatcher(control, context, std::move(refill), std::move(leave));
+    if (control) new SourceFieldWatcher(control, context, std::move(refill));
 }
 
-QString SourceKoordinate(const QString &text)
+namespace {
+
+// Shows a text in a combo box without posting it: its entry when the list has one.
+void showInCombo(QComboBox *combo, const QString &text)
 {
-    return firstWord(text);
+    const QString key = firstWord(text);
+    for (int i = 0; i < combo->count(); ++i) {
+        if (!key.isEmpty() &&
+            firstWord(combo->itemText(i)).compare(key, Qt::CaseInsensitive) == 0) {
+            combo->setCurrentIndex(i);
+            return;
+        }
+    }
+    combo->setEditText(text);
+}
+
+} // namespace
+
+void PrepareSourceText(TParaClass *control, const QString &before)
+{
+    TParaTable *table = control ? control->wizParaSource() : nullptr;
+    auto *combo = control ? qobject_cast<QComboBox *>(control->GetEditControl()) : nullptr;
+    if (!table || !combo || !combo->isEditable() || table->Online() == omRueckdoku) return;
+    const QString text = combo->currentText().trimmed();
+    const int row = text.isEmpty() ? -1 : SourceRecord(table, text);
+    if (row < 0) {
+        // Nothing typed, or no parameter of this drive: the value it had comes back.
+        if (!text.isEmpty())
+            ShowMessage(QString(s_ParamInvalid).replace(QStringLiteral("%s"), firstWord(text)));
+        showInCombo(combo, before.isEmpty() ? control->PreviousText() : before);
+        return;
+    }
+    // A parameter outside the list is taken as typed: it joins the list.
+    const QString entry = SourceEntry(table, row);
+    if (combo->findText(entry) < 0) combo->addItem(entry);
+    showInCombo(combo, entry);
+}
+
+void KeepTabOrder(QWidget *frame, QObject *context, std::function<QList<QWidget *>()> order)
+{
+    if (frame) new TabOrderKeeper(frame, context, std::move(order));
 }
 
 void CheckSource(TParaClass *control)

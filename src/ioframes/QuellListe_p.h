@@ -4,7 +4,6 @@
 // What the output frames share: the source lists of their source controls, fresh values
 // of the drive's hardware parameters, pictures, and hiding a wizard page.
 
-#include <QPixmap>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -16,7 +15,6 @@ class QWidget;
 
 namespace drivewiz {
 
-class Component;
 class TParaClass;
 class TParaTable;
 
@@ -31,10 +29,6 @@ struct SourceFilter
     bool selections = false;
     bool zeroOne = false;
 };
-
-/// The words of a parameter list text: coordinates, optionally with an axis prefix
-/// ("2.E17") or wildcards ("E*"), separated by commas, semicolons, blanks or line breaks.
-QStringList ListWords(const QString &liste);
 
 /// The entry of a description row: "coordinate: name", with "axis." before it for a row
 /// of another axis than the table's current one ("2.E17: Betriebsbereit").
@@ -58,20 +52,11 @@ int SourceRecord(TParaTable *table, const QString &text);
 /// table has a link to it; false when the table has no such parameter.
 bool DriveValue(TParaTable *table, const QString &koordinate, QString &value);
 
-/// A picture of the library's resources, rendered at its own size (works without a
-/// display).
-QPixmap FramePicture(const QString &resource);
-/// Shows a picture in a label at its own size.
+/// Shows a picture of the library's resources in a label at its own size, rendered for
+/// the screen's pixel ratio (works without a display).
 void SetPicture(QLabel *label, const QString &resource);
 
-/// The table named `name` on the widget's form, or null.
-TParaTable *FindTable(QWidget *w, const QString &name);
-
-/// Whether a component does its run-time work: not designed, loading or destroyed.
-bool Running(const Component &component);
-
-/// A frame's link to its table (named in form files, resolved when the form has loaded)
-/// and the language file it last took its captions from.
+/// A frame's link to its table (named in form files, resolved when the form has loaded).
 class FrameTable
 {
 public:
@@ -82,34 +67,39 @@ public:
     bool rename(const QString &objectName);
     /// Looks the named table up on the frame's form unless one is linked.
     void resolve(QWidget *frame);
-    /// Whether the table's language changed since the last translation.
-    bool languageChanged() const;
-    void translated();
 
 private:
     QPointer<TParaTable> m_table;
     QString m_name;
-    const void *m_file = nullptr;
-    int m_language = 0;
 };
 
 /// Hides the wizard page the widget lies on (Tag 1) and has its page control refresh the
 /// tree. Nothing when the widget lies on no wizard page.
 void HideWizardPage(QWidget *w);
 
-/// Keeps a source control's list and checks its field: `refill` runs for the field the
+/// Keeps a source control's list and its typed text: `refill` runs for the field the
 /// control has now and for every field it builds later (the table rebuilds controls when
 /// the online mode changes), once that field stands; leaving the field (not for its own
-/// list) runs `leave` once the focus has moved on, and then, online, writes a source that
-/// changed since the field was entered when `leave` did not write it already.
-void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill,
-                      std::function<void(TParaClass *)> leave);
+/// list) runs PrepareSourceText first thing (the control's BeforeExit), before the
+/// control checks and writes the text.
+void WatchSourceField(TParaClass *control, QObject *context, std::function<void()> refill);
+
+/// Puts the text typed into a source control's drop-down field in the form of its entry,
+/// without writing it: a typed parameter of the table becomes its entry (added to the
+/// list when the list lacks it), so that the control finds it on leaving; a text naming
+/// none is reported with s_ParamInvalid and `before` (the source when the user entered
+/// the field; the control's previous value when empty) comes back, for an empty text
+/// silently.
+void PrepareSourceText(TParaClass *control, const QString &before);
+
+/// Keeps the frame's fields in the order `order` gives them for Tab (the input fields of
+/// parameter controls are made after the frame's own widgets, and made anew when the
+/// table rebuilds a control); nulls in the list are passed over. The helper lives as long
+/// as `context`.
+void KeepTabOrder(QWidget *frame, QObject *context, std::function<QList<QWidget *>()> order);
 
 /// The check behind CheckAchse: see there.
 void CheckSource(TParaClass *control);
-
-/// The coordinate a source text starts with ("2.E17" of "2.E17: Betriebsbereit").
-QString SourceKoordinate(const QString &text);
 
 /// Entries computed once per list text, table, user level and axis.
 class SourceListCache
@@ -117,7 +107,6 @@ class SourceListCache
 public:
     QStringList entries(TParaTable *table, const QString &liste, const SourceFilter &filter,
                         const QStringList &always = {});
-    void clear() { m_key.clear(); }
 
 private:
     QString m_key;

@@ -137,7 +137,7 @@ bool TImportTable::appendLine(const importdetail::CsvLineReader &lines, bool cp1
     if (kLen > 0 && !key.plainCoordinate() && !importdetail::isKoordinateBytes(k, kLen) &&
         report.badCoordinates++ < 5)
         report.badCoordinateSamples << QString::number(report.line) + QStringLiteral(": ") +
-                                           QString::fromUtf8(k, qsizetype(kLen)).left(40);
+                                           utf8Text(k, qsizetype(kLen)).left(40);
     m_index->appendKey(key.data(), key.size());
     m_cells->appendRow(s);
     ++m_rowCount;
@@ -207,7 +207,7 @@ bool TImportTable::loadLines(SourceFile &source, const QString &fileName, bool m
     }
     const QByteArray titleBytes = QByteArray::fromRawData(lines.line(), qsizetype(lines.length()));
     const QString title =
-        source.cp1252 ? decodeWindows1252(titleBytes) : QString::fromUtf8(titleBytes);
+        source.cp1252 ? decodeWindows1252(titleBytes) : utf8Text(titleBytes);
     report.line = 1;
     if (merge) {
         if (!checkMergeTitles(title, fileName)) return false;

@@ -536,7 +536,7 @@ bool isIntegerBytes(const char *s, size_t len)
 {
     trim(s, len);
     if (len == 0) return false;
-    if (!isAscii(s, len)) return IsInteger(QString::fromUtf8(s, qsizetype(len)));
+    if (!isAscii(s, len)) return IsInteger(utf8Text(s, qsizetype(len)));
     size_t i = 0;
     const bool negative = s[0] == '-';
     if (s[0] == '-' || s[0] == '+') ++i;
@@ -562,7 +562,7 @@ bool isIntegerBytes(const char *s, size_t len)
 
 bool isKoordinateBytes(const char *s, size_t len)
 {
-    if (!isAscii(s, len)) return IsKoordinate(QString::fromUtf8(s, qsizetype(len)));
+    if (!isAscii(s, len)) return IsKoordinate(utf8Text(s, qsizetype(len)));
     const char *t = s;
     size_t tLen = len;
     trim(t, tLen);
@@ -642,9 +642,9 @@ void SortKeyText::build(const char *koord, size_t koordLen, const char *achse, s
     m_plain = false;
     if (buildPlain(koord, koordLen, achse, achseLen, nummer, nummerLen)) return;
     if (!isAscii(koord, koordLen) || !isAscii(achse, achseLen) || !isAscii(nummer, nummerLen)) {
-        const QString k = QString::fromUtf8(koord, qsizetype(koordLen)).trimmed().toUpper();
-        m_large = TImportTable::BuildSortString(k, QString::fromUtf8(achse, qsizetype(achseLen)),
-                                                QString::fromUtf8(nummer, qsizetype(nummerLen)))
+        const QString k = utf8Text(koord, qsizetype(koordLen)).trimmed().toUpper();
+        m_large = TImportTable::BuildSortString(k, utf8Text(achse, qsizetype(achseLen)),
+                                                utf8Text(nummer, qsizetype(nummerLen)))
                       .toUpper()
                       .toStdString();
         m_size = m_large.size();

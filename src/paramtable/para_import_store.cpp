@@ -1,4 +1,5 @@
 #include "paramtable/para_import_store_p.h"
+#include "platform/textcodec.h"
 
 #include <algorithm>
 #include <cstring>
@@ -123,7 +124,7 @@ void CellStore::setLongRow(size_t row, const std::vector<QByteArray> &cells)
     *m_rowStart.row(row) = kOverridden;
     std::fill_n(m_ends.row(row), m_columns, quint16(0));
     for (int c = 0; c < m_columns && size_t(c) < cells.size(); ++c)
-        m_overrides[overrideKey(row, c)] = QString::fromUtf8(cells[size_t(c)]);
+        m_overrides[overrideKey(row, c)] = utf8Text(cells[size_t(c)]);
 }
 
 void CellStore::dropOverrides(size_t row)
@@ -151,7 +152,7 @@ QString CellStore::text(size_t row, int column) const
     const quint16 *ends = m_ends.row(row);
     const quint16 begin = column > 0 ? ends[column - 1] : 0;
     if (ends[column] == begin) return QString();
-    return QString::fromUtf8(rowText(row) + begin, ends[column] - begin);
+    return utf8Text(rowText(row) + begin, ends[column] - begin);
 }
 
 QByteArray CellStore::utf8(size_t row, int column) const

@@ -213,6 +213,13 @@ QString decodeText(const QByteArray &bytes)
     return decodeWindows1252(QByteArray::fromRawData(data, size));
 }
 
+QString utf8Text(const char *data, qsizetype size)
+{
+    if (!hasBom(data, size)) return QString::fromUtf8(data, size);
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return utf8(QByteArrayView(data, size));
+}
+
 QByteArray encodeWindows1252(const QString &text)
 {
     QByteArray out;

@@ -28,6 +28,14 @@ DRIVEWIZ_EXPORT QByteArray encodeWindows1252(const QString &text);
 /// Encodes text as UTF-8 without a byte order mark.
 DRIVEWIZ_EXPORT QByteArray encodeUtf8(const QString &text);
 
+/// UTF-8 bytes as text, a byte order mark at their start kept as the character it is:
+/// QString::fromUtf8 drops it, which would change a cell or a key that starts with one.
+DRIVEWIZ_EXPORT QString utf8Text(const char *data, qsizetype size);
+inline QString utf8Text(const QByteArray &bytes)
+{
+    return utf8Text(bytes.constData(), bytes.size());
+}
+
 /// True when the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing
 /// above U+10FFFF, no cut-off sequence. The empty text is valid.
 DRIVEWIZ_EXPORT bool isValidUtf8(const char *data, qsizetype size);

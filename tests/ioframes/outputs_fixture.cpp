@@ -258,6 +258,12 @@ void OutputsForm::languageFile(int n, const QByteArray &text)
     QDir::setCurrent(dir.filePath(QStringLiteral("work")));
 }
 
+void OutputsForm::languageChanged()
+{
+    for (int i = 0; i < 3; ++i)
+        QApplication::processEvents();
+}
+
 void OutputsForm::connectDrive()
 {
     // As a host with a description file: values from the drive, descriptions from the file.

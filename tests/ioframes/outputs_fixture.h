@@ -69,6 +69,9 @@ protected:
     /// Makes "../WizLingua/wizling.<n>" with `text` the language files of the test (the
     /// working folder moves for it; TearDown moves it back). Language 1 is German.
     void languageFile(int n, const QByteArray &text);
+    /// Lets the announcement of a new language reach every widget (it comes through the
+    /// event loop, to the application and then to each window).
+    static void languageChanged();
     QStringList messages() { return drivewiz::test::recorder().takeMessages(); }
     int beeps() const { return drivewiz::test::recorder().beeps(); }
 

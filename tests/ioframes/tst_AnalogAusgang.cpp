@@ -297,18 +297,6 @@ TEST_F(AnalogOut, AnUnknownSourceHidesScalingFilterAndAbsoluteValue)
     EXPECT_EQ(f->LblAnaAusDim0->text(), "Upm");
 }
 
-TEST_F(AnalogOut, KeyReleasesCheckTheSourceFirst)
-{
-    TAnalogAus *f = make();
-    source(f, "E05");
-    f->Edit10V->setText("1");
-    f->Edit0V->setText("0");
-    f->Edit10VKeyUp(f->Edit10V);
-    EXPECT_EQ(f->P_Faktor->GetText(), "100.0");
-    EXPECT_EQ(beeps(), 0);
-    EXPECT_EQ(f->LblError->text(), s_AADataTypeI32Message);
-}
-
 // --- the source list ----------------------------------------------------------------------------
 
 TEST_F(AnalogOut, TheSourceListOffersTheListedParametersAnOutputCanShow)
@@ -328,6 +316,18 @@ TEST_F(AnalogOut, TheSourceListOffersTheListedParametersAnOutputCanShow)
         QStringList({"E00: Motorstrom", "E02: Drehmoment", "E03: Zwischenkreisspannung",
                      "E04: Geheimer Wert", "E05: Position Istwert", "E06: Kaputte Skalierung",
                      "E07: Null-Skalierung", "E08: Drehzahl Istwert", "E09: Drehzahl Sollwert"}));
+}
+
+TEST_F(AnalogOut, AnOddListTextOffersWhatItCanAndNothingElse)
+{
+    TAnalogAus *f = make(AnalogAus1, " ,;E1[ ** \n 9. .E 2.e1? E00.3 $E14 ");
+    // "**" matches every coordinate; "2.e1?" adds nothing new; the others name nothing.
+    EXPECT_TRUE(items(f->P_Quelle).contains("E00: Motorstrom"));
+    EXPECT_TRUE(items(f->P_Quelle).contains("2.E14: Drehzahl Regelabweichung"));
+    EXPECT_EQ(items(f->P_Quelle).removeDuplicates(), 0);
+    f->SetParameterListe("E1[, 9., .E");
+    EXPECT_TRUE(items(f->P_Quelle).isEmpty());
+    EXPECT_TRUE(messages().isEmpty());
 }
 
 TEST_F(AnalogOut, ChoosingASourceFromTheListUpdatesTheEditor)
@@ -364,6 +364,25 @@ TEST_F(AnalogOut, LeavingTheSourceFieldWithAnUnknownParameterBringsBackTheLastOn
     EXPECT_TRUE(messages().isEmpty());
 }
 
+TEST_F(AnalogOut, TabRunsThroughTheFrameInReadingOrderAlsoAfterARebuild)
+{
+    TAnalogAus *f = make();
+    for (int round = 0; round < 2; ++round) {
+        QApplication::processEvents();
+        enter(f->P_Quelle->GetEditControl());
+        for (QWidget *next : {static_cast<QWidget *>(f->Edit10V), static_cast<QWidget *>(f->Edit0V),
+                              f->P_Offset->GetEditControl(), f->P_Faktor->GetEditControl(),
+                              f->P_Tau->GetEditControl()}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(QApplication::focusWidget(), next)
+                << "round " << round << " at "
+                << QApplication::focusWidget()->objectName().toStdString() << " in "
+                << QApplication::focusWidget()->parentWidget()->objectName().toStdString();
+        }
+        goOnline(); // every field of the frame is made anew
+    }
+}
+
 // --- online -------------------------------------------------------------------------------------
 
 TEST_F(AnalogOut, OnlineEveryConvertedValueReachesTheDrive)
@@ -378,6 +397,22 @@ TEST_F(AnalogOut, OnlineEveryConvertedValueReachesTheDrive)
     EXPECT_TRUE(drive.log().contains("F41 (0) = 5.00"));
     // After a switch of the online mode the rebuilt source field has its list again.
     EXPECT_GE(items(f->P_Quelle).size(), 2);
+}
+
+TEST_F(AnalogOut, TheValuesCanBeTypedOnlyWhereFactorAndOffsetCanBeChanged)
+{
+    TAnalogAus *f = make();
+    EXPECT_FALSE(f->Edit10V->isReadOnly());
+    goOnline(omRueckdoku); // read-back: nothing may be changed
+    EXPECT_TRUE(f->Edit10V->isReadOnly());
+    EXPECT_TRUE(f->Edit0V->isReadOnly());
+    type(f->Edit10V, "1");
+    EXPECT_EQ(f->P_Faktor->GetText(), "100.0");
+    EXPECT_EQ(beeps(), 0);
+    goOnline(omOffline);
+    EXPECT_FALSE(f->Edit10V->isReadOnly());
+    f->P_Faktor->SetwizEnabled(pReadOnly); // a form that shows the factor only
+    EXPECT_TRUE(f->Edit0V->isReadOnly());
 }
 
 // --- a drive without analog outputs ---------------------------------------------------------
@@ -403,16 +438,18 @@ TEST_F(AnalogOut, ADriveWithoutLowerOptionBoardHidesFrameAndWizardPage)
     EXPECT_EQ(outputs->property("Tag").toInt(), 1);
     EXPECT_EQ(tree->topLevelItemCount(), 1);
 
+    // A slot reported as dashes is empty too.
+    setValue("E58", "---");
+    auto *second = new TAnalogAus(outputs);
+    second->SetAnalogAusgang(AnalogAus2);
+    second->SetwizParaSource(table);
+    load(second);
+    EXPECT_TRUE(second->isHidden());
+
     // Once per frame: a board reported later does not bring it back.
     setValue("E58", "KBQ 7700");
     f->HideIfNoOutputs();
     EXPECT_TRUE(f->isHidden());
-}
-
-TEST_F(AnalogOut, ADriveWithALowerOptionBoardKeepsTheFrame)
-{
-    TAnalogAus *f = make();
-    EXPECT_FALSE(f->isHidden());
 }
 
 // --- language -----------------------------------------------------------------------------------
@@ -422,10 +459,9 @@ TEST_F(AnalogOut, CaptionsFollowTheTablesLanguageAndTheReasonStays)
     languageFile(2, "[ComStr]\r\ns64=I32 value: the upper 16 bits are output\r\n"
                     "[TAnalogAus]\r\ncLblAnAusgang=Analog output:\r\ncLblError=Error:\r\n");
     TAnalogAus *f = make();
-    f->hide();
     source(f, "E05");
     table->SetLanguage(2); // the host chooses the language after loading
-    f->show();
+    languageChanged();
     EXPECT_EQ(f->LblAnAusgang->text(), "Analog output:");
     EXPECT_EQ(f->LblError->text(), "I32 value: the upper 16 bits are output");
 }

@@ -225,17 +225,12 @@ TEST_F(DigitalOut, AnUnknownOrEmptySourceBringsBackTheLastValue)
     typeInto(f->P_F62, "");
     EXPECT_TRUE(messages().isEmpty());
     EXPECT_EQ(f->P_F62->GetText(), "E18: Störung aktiv");
-}
-
-TEST_F(DigitalOut, CheckAchseRewritesTheSendersText)
-{
-    TDigitalAus *f = make();
+    // The exit check called by a form's own code: the text of its sender becomes the entry.
     f->P_F65->SetText("e20");
     CheckAchse(f->P_F65);
     EXPECT_EQ(f->P_F65->GetText(), "E20: Drehzahl erreicht");
-    CheckAchse(nullptr); // nothing to check
-    CheckAchse(f);       // not a parameter control
-    EXPECT_TRUE(messages().isEmpty());
+    CheckAchse(nullptr);
+    CheckAchse(f); // no parameter control: nothing to check
 }
 
 TEST_F(DigitalOut, OnlineAChoiceMadeWithTheKeyboardReachesTheDrive)
@@ -253,6 +248,11 @@ TEST_F(DigitalOut, OnlineAChoiceMadeWithTheKeyboardReachesTheDrive)
     EXPECT_TRUE(drive.log().contains("F64 (0) = E21: Bremse"))
         << drive.log().join('\n').toStdString();
     EXPECT_EQ(drive.log().size(), 1);
+    // A typed parameter is written once as its entry; an unknown one not at all.
+    typeInto(f->P_F64, "e17");
+    typeInto(f->P_F64, "X99");
+    EXPECT_EQ(drive.log(), QStringList({"F64 (0) = E21: Bremse", "F64 (0) = E17: Betriebsbereit"}));
+    EXPECT_EQ(messages(), QStringList({"Der Parameter X99 ist nicht vorhanden!"}));
 }
 
 // --- language -------------------------------------------------------------------------------
@@ -265,7 +265,7 @@ TEST_F(DigitalOut, TheTopSentenceIsTranslatedButTerminalNamesStay)
               "Als Signalquelle für einen Binärausgang kann jeder Parameter mit einem "
               "0/1-Wertebereich dienen.");
     table->SetLanguage(2);
-    f->UpdateLanguage();
+    languageChanged();
     EXPECT_EQ(f->LblInfoOben->text(), "Any 0/1 parameter.");
     EXPECT_EQ(f->LblX103_1->text(), "X103");
 }

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QSignalSpy>
 #include <QTabWidget>
 
 using namespace drivewiz;
@@ -218,6 +219,15 @@ TEST_F(Encoder, TheSelectorChoosesThePageAndRunsItsOwnHandler)
     EXPECT_EQ(previousCalls, 7);
     EXPECT_EQ(beeps(), 0);
 
+    QSignalSpy changed(f, &TEncoderFrame::encoderChanged);
+    choose(selector, 4); // X120, H120 0: inactive
+    choose(f->P_H120, 67);
+    f->P_H121->SetText("1000");
+    f->P_H121->SetText("1000"); // the same again: nothing new to tell
+    ASSERT_EQ(changed.size(), 3);
+    EXPECT_EQ(changed.at(2).at(0).value<TEncoderType>(), ttSSIin);
+    EXPECT_EQ(changed.at(2).at(1).toInt(), 4000); // 13 data bits (H130): times 4
+
     choose(selector, 4);
     choose(selector, 6); // no connection of this drive: beep, the page stays
     EXPECT_EQ(beeps(), 1);
@@ -299,7 +309,7 @@ TEST_F(Encoder, SevenPageLabelsComeFromTheLanguageFile)
                     "LblX140encoder=Resolver\r\nLblAufloesung=Resolution:\r\n");
     TEncoderFrame *f = make(false);
     table->SetLanguage(2);
-    f->UpdateLanguage();
+    languageChanged();
     EXPECT_EQ(f->LblBE->text(), "Encoder on binary inputs");
     EXPECT_EQ(f->LblBEencoder->text(), "BE3 A");
     EXPECT_EQ(f->LblX4->text(), "Terminal X4");

@@ -127,6 +127,16 @@ TEST_F(ImportTableLoad, LongLinesAndInvalidUtf8)
     EXPECT_EQ(t.ValueByColName(0, "Wert"), QString::fromUtf8("äü€"));
 }
 
+// Only the file's first byte order mark marks its encoding; one at the start of a cell is
+// a character of that cell (Qt's UTF-8 decoding would drop it).
+TEST_F(ImportTableLoad, AByteOrderMarkStartingACellStaysInIt)
+{
+    TImportTable t;
+    t.ImportTable(write("bom.csv", "\xEF\xBB\xBF" + kTitle + "Drehzahl;A10;1;\xEF\xBB\xBF" "5\r\n"));
+    EXPECT_EQ(t.ValueByColName(0, "Wert"), QString(QChar(0xFEFF)) + QLatin1Char('5'));
+    EXPECT_EQ(t.fGetParamName(0), QStringLiteral("Drehzahl"));
+}
+
 class ImportTableMerge : public CsvFiles
 {
 };

@@ -26,6 +26,8 @@ TEST(HostOptions, LanguageIsTheFirstArgument)
         << error.toStdString();
     EXPECT_EQ(o.language, 2);
     EXPECT_EQ(o.open, QStringLiteral("setup"));
+    ASSERT_TRUE(parse({QStringLiteral("--open"), QStringLiteral("outputs")}, o, error));
+    EXPECT_EQ(o.open, QStringLiteral("outputs"));
 }
 
 TEST(HostOptions, DefaultsFindTheSampleDataAndForms)
