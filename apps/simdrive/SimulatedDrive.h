@@ -174,6 +174,16 @@ public:
     /// Set it before writes can happen.
     std::function<void(const QString &line)> onWrite;
 
+    // --- recordings -------------------------------------------------------------------
+    /// Writes what the drive's recorder would give for a short move of an axis: a speed
+    /// profile up, back and down again, with the torque, setpoint and analog input that
+    /// go with it. `channels` are coordinates (E08 speed, E02 torque, I330 setpoint, E10
+    /// analog input; others get a sine). The file is a measurement file as the library
+    /// reads it: a sampling-time line, the title line "Zeit [ms];E08;...", values with
+    /// decimal commas, Windows-1252, CRLF. False when it cannot be written.
+    bool writeRecording(const QString &path, const QStringList &channels, int samples = 2000,
+                        double sampleMs = 1, int axis = 1) const;
+
     struct State;
 
 private:

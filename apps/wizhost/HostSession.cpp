@@ -1,6 +1,7 @@
 #include "HostSession.h"
 
 #include "OverviewForm.h"
+#include "TablesDemo.h"
 
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
@@ -166,6 +167,8 @@ QString HostSession::formFile(Wizard which)
 {
     if (which == Wizard::Setup)
         return QDir(m_options.formsDir).filePath(QStringLiteral("DriveSetup.ui"));
+    if (which == Wizard::Tables)
+        return QDir(m_options.formsDir).filePath(QStringLiteral("Tables.ui"));
     if (which == Wizard::Inputs)
         return QDir(m_options.formsDir).filePath(QStringLiteral("Inputs.ui"));
     if (which == Wizard::Outputs)
@@ -221,6 +224,8 @@ void HostSession::prepareForm(dwz_form *form, Wizard which)
         applyHiddenPageRule(w);
     else if (which == Wizard::Overview)
         ArrangeOverviewForm(w);
+    else if (which == Wizard::Tables)
+        PrepareTablesForm(w, *this);
     auto *ok = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), w);
     QObject::connect(ok, &QShortcut::activated, w, [w] {
         if (auto *button = w->findChild<QAbstractButton *>(QStringLiteral("BtnOK")))

@@ -2,6 +2,7 @@
 
 #include "HardwareChooser.h"
 #include "ParamSetMenu.h"
+#include "TablesDemo.h"
 
 #include "lang/wizSprache.h"
 
@@ -63,6 +64,13 @@ QWidget *HostWindow::buildControls()
         m_wizardButtons << button;
         v->addWidget(button);
     }
+    m_btnMeasurement = named(new QPushButton(QStringLiteral("Measurement"), box), "BtnMeasurement");
+    connect(m_btnMeasurement, &QPushButton::clicked, this, [this] {
+        auto *window = new MeasurementWindow(m_session, this);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+    v->addWidget(m_btnMeasurement);
 
     auto *modes = named(new QGroupBox(box), "GrpMode");
     auto *mv = new QVBoxLayout(modes);

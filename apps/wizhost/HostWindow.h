@@ -44,6 +44,7 @@ private:
 
     HostSession &m_session;
     QList<QPushButton *> m_wizardButtons; // one per wizard of the catalog, in its order
+    QPushButton *m_btnMeasurement = nullptr;
     HardwareChooser *m_hardware = nullptr;
     QRadioButton *m_btnOffline = nullptr;
     QRadioButton *m_btnOnline = nullptr;

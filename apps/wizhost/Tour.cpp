@@ -1,6 +1,7 @@
 #include "Tour.h"
 
 #include "HostWindow.h"
+#include "TablesDemo.h"
 
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
@@ -78,6 +79,12 @@ int Tour::run()
     walk(Wizard::Overview, DWZ_OFFLINE, std::bind(&Tour::overviewOffline, this, _1, _2));
     m_session.setUserLevel(4);
     walk(Wizard::Overview, DWZ_ONLINE, std::bind(&Tour::overviewOnline, this, _1, _2));
+    m_session.setUserLevel(2);
+    walk(Wizard::Tables, DWZ_OFFLINE, [this](QWidget *form, QWidget *page) {
+        TablesTourPage(form, page, m_outDir, [this](const QString &line) { say(line); });
+        sayMessages();
+    });
+    tourMeasurement();
     walkInputs();
     walkOutputs();
     walkSets();
@@ -288,6 +295,25 @@ void Tour::overviewOnline(QWidget *form, QWidget *page)
         type(form, QStringLiteral("P_B31"), QStringLiteral("-5"));
     else if (page->objectName() == QLatin1String("Group_E"))
         settle(600); // the drive pushes its moving values meanwhile
+}
+
+// The measurement window: a recording of the simulated drive, all of it and zoomed in.
+void Tour::tourMeasurement()
+{
+    say(QStringLiteral("\n== measurement window"));
+    MeasurementWindow window(m_session, &m_window);
+    window.show();
+    settle(200);
+    say(QStringLiteral("  %1 samples of %2 channels")
+            .arg(window.Measurement()->SampleCount())
+            .arg(window.Measurement()->ChannelCount()));
+    shoot(&window, QStringLiteral("measurement-1-all"));
+    window.Plot()->Zoom(4, 400);
+    window.Plot()->SetCursorX(550);
+    settle(100);
+    say(QStringLiteral("  zoomed in: %1").arg(window.Plot()->ReadOut()));
+    shoot(&window, QStringLiteral("measurement-2-zoomed"));
+    sayMessages();
 }
 
 // --- output ---------------------------------------------------------------------------------

@@ -49,6 +49,7 @@ private:
     void setupOnline(QWidget *form, QWidget *page);
     void overviewOffline(QWidget *form, QWidget *page);
     void overviewOnline(QWidget *form, QWidget *page);
+    void tourMeasurement();
 
     // The Inputs wizard (Tour_inputs.cpp).
     void walkInputs();

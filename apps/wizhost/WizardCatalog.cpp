@@ -9,6 +9,8 @@ const QList<WizardInfo> &wizardCatalog()
          QStringLiteral("Drive set-up")},
         {Wizard::Overview, QStringLiteral("overview"), QStringLiteral("cBtnOverview"),
          QStringLiteral("Parameter overview")},
+        {Wizard::Tables, QStringLiteral("tables"), QStringLiteral("cBtnTables"),
+         QStringLiteral("Tables")},
         {Wizard::Inputs, QStringLiteral("inputs"), QStringLiteral("cBtnInputs"),
          QStringLiteral("Inputs")},
         {Wizard::Outputs, QStringLiteral("outputs"), QStringLiteral("cBtnOutputs"),

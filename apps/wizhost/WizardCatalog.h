@@ -7,7 +7,7 @@
 namespace drivewiz::wizhost {
 
 /// The wizards of the demo host; the value is the wizard id handed to the callbacks.
-enum class Wizard { Setup = 1, Overview = 2, Outputs = 3, Inputs = 4 };
+enum class Wizard { Setup = 1, Overview = 2, Outputs = 3, Inputs = 4, Tables = 5 };
 
 /// One wizard the demo host offers. The host window makes a button for each, in this
 /// order; `--open <name>` opens it at start; the tests open every one of them.

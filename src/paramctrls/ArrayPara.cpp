@@ -17,9 +17,12 @@ QString TArrayPara::RecordName(int element) const
 void TArrayPara::SetKoordinate(const QString &koordinate)
 {
     const QString trimmed = koordinate.trimmed();
-    // "J10.3" and "J10" both name the array J10; a text that is no coordinate (empty,
-    // or the designer's placeholder) is kept as it is.
-    m_array = IsKoordinate(trimmed) ? trimmed.section(QLatin1Char('.'), 0, 0) : koordinate;
+    // "J10.3" and "J10" both name the array J10, "2.J10.3" the array 2.J10; a text that is
+    // no coordinate (empty, or the designer's placeholder) is kept as it is.
+    const bool axisPrefix = trimmed.size() > 2 && trimmed.at(0).isDigit() && trimmed.at(1) == QLatin1Char('.');
+    m_array = !IsKoordinate(trimmed) ? koordinate
+              : axisPrefix           ? trimmed.section(QLatin1Char('.'), 0, 1)
+                                     : trimmed.section(QLatin1Char('.'), 0, 0);
     TParaClass::SetKoordinate(IsKoordinate(trimmed) ? RecordName(m_element) : koordinate);
 }
 
@@ -53,7 +56,7 @@ bool TArrayPara::GetArrayElement(int element)
     if (elementRow(element) < 0) {
         ShowMessage(QStringLiteral("WizardError in TArrayPara.GetArrayElement\r") +
                     QStringLiteral("Control name: ") + objectName() + QLatin1Char('\r') +
-                    QStringLiteral("Kooridnate: ") + m_array + QLatin1Char('\r') +
+                    QStringLiteral("Kooridnate: ") + m_array +
                     QStringLiteral("Array-Element unknown (") + QString::number(element) +
                     QLatin1Char(')'));
         return false;

@@ -229,6 +229,11 @@ void TImportTable::SetCellAt(int p, int column, const QString &value)
     setCell(rowAt(p), column, value);
 }
 
+quint64 TImportTable::CellRevision() const
+{
+    return m_cells->revision();
+}
+
 QString TImportTable::ValueByColName(int p, const QString &title) const
 {
     const int column = ColNoByName(title);

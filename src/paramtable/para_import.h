@@ -124,6 +124,10 @@ public:
     void SetCellAt(int p, int column, const QString &value);
     /// Row number (file order) of a position in the main index, or -1.
     int RowOfPosition(int p) const;
+    /// Changes whenever a cell or the rows change (a cell written with the text it holds
+    /// is no change), and differs between tables: who keeps what was read from the cells
+    /// can keep it while this stays the same.
+    quint64 CellRevision() const;
 
     // --- lookups --------------------------------------------------------------------
     /// Position of a coordinate in the main index, or -1. `second` is the axis, or the

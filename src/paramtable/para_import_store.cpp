@@ -2,12 +2,28 @@
 #include "platform/textcodec.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 
 namespace drivewiz::importdetail {
 
+namespace {
+
+// Each store (and each reset) counts its changes from a base of its own, so a revision
+// names one store's cells even when a store is made where another was.
+quint64 freshRevisionBase()
+{
+    static std::atomic<quint64> next{1};
+    return next.fetch_add(1) << 32;
+}
+
+} // namespace
+
+CellStore::CellStore() : m_revision(freshRevisionBase()) {}
+
 void CellStore::reset(int columns)
 {
+    m_revision = freshRevisionBase();
     m_columns = std::max(columns, 0);
     m_rowStart.reset(1);
     m_ends.reset(size_t(m_columns));
@@ -20,6 +36,7 @@ void CellStore::reset(int columns)
 
 void CellStore::resizeRows(size_t rows)
 {
+    changed();
     for (size_t r = rows; r < m_rowStart.rows(); ++r)
         dropOverrides(r);
     m_rowStart.resize(rows);
@@ -28,6 +45,7 @@ void CellStore::resizeRows(size_t rows)
 
 void CellStore::insertRow(size_t row)
 {
+    changed();
     row = std::min(row, rows());
     m_rowStart.insert(row);
     m_ends.insert(row);
@@ -59,6 +77,7 @@ char *CellStore::rowBuffer(size_t bytes)
 
 void CellStore::commitRow(size_t row, const quint32 *starts)
 {
+    changed();
     const size_t total = starts[m_columns];
     const char *written = m_inScratch ? m_scratch.data() : m_blocks.back().get() + m_used;
     if (total > kMaxRowText || (m_inScratch && !rowBuffer(total))) {
@@ -80,6 +99,7 @@ void CellStore::commitRow(size_t row, const quint32 *starts)
 
 void CellStore::appendRow(const quint32 *starts)
 {
+    changed();
     const size_t total = starts[m_columns];
     if (m_inScratch || total > kMaxRowText) {
         m_rowStart.push()[0] = 0;
@@ -120,6 +140,7 @@ void CellStore::setRow(size_t row, const std::vector<QByteArray> &cells)
 // A row of more than 64 KB of text keeps all its cells aside.
 void CellStore::setLongRow(size_t row, const std::vector<QByteArray> &cells)
 {
+    changed();
     dropOverrides(row);
     *m_rowStart.row(row) = kOverridden;
     std::fill_n(m_ends.row(row), m_columns, quint16(0));
@@ -171,6 +192,8 @@ QByteArray CellStore::utf8(size_t row, int column) const
 void CellStore::setText(size_t row, int column, const QString &value)
 {
     if (row >= rows() || column < 0 || column >= m_columns) return;
+    if (text(row, column) == value) return; // no change: those who keep what they read keep it
+    changed();
     *m_rowStart.row(row) |= kOverridden;
     m_overrides[overrideKey(row, column)] = value;
 }

@@ -23,8 +23,13 @@ public:
     static constexpr size_t kBlockSize = size_t(1) << 16;
     static constexpr size_t kMaxRowText = kBlockSize - 1;
 
+    CellStore();
+
     /// Empties the store and sets the number of columns.
     void reset(int columns);
+    /// Changes with every change of a cell or of the rows, and differs between stores:
+    /// equal numbers mean the same unchanged cells.
+    quint64 revision() const { return m_revision; }
     int columns() const { return m_columns; }
     size_t rows() const { return m_rowStart.rows(); }
 
@@ -63,7 +68,10 @@ private:
     void dropOverrides(size_t row);
     void setLongRow(size_t row, const std::vector<QByteArray> &cells);
 
+    void changed() { ++m_revision; }
+
     int m_columns = 0;
+    quint64 m_revision = 0;
     RowChunks<quint32> m_rowStart;
     RowChunks<quint16> m_ends; // m_columns per row: end of each cell in the row's text
     std::vector<std::unique_ptr<char[]>> m_blocks;

@@ -9,10 +9,13 @@
 #include "paramtable/coordinates.h"
 #include "platform/convert.h"
 #include "platform/dialogs.h"
+#include "tables/ArrayGroups_p.h"
 #include "util/Divers.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QPainter>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -166,10 +169,19 @@ void TArrayGroup::Loaded()
                                                   : form->findChild<TParaTable *>(m_tableName);
     }
     if (!m_table || isDesigning()) return;
+    // An offline wizard writes its controls when it closes with OK; the elements that no
+    // control shows at that moment go to the drive here.
+    if (auto *dialog = qobject_cast<QDialog *>(window()))
+        connect(dialog, &QDialog::accepted, this, &TArrayGroup::formAccepted, Qt::UniqueConnection);
     InitArrayLength();
     m_arrayIndex = std::clamp(m_arrayIndex, 0, std::max(m_arrayLen - 1, 0));
     if (m_table->Online() == omOnline) UpdateArraysFromTool();
     LoadControlsFromParaTable();
+}
+
+void TArrayGroup::formAccepted()
+{
+    if (m_table && m_table->Online() == omOffline) StoreArraysInTool();
 }
 
 void TArrayGroup::paintEvent(QPaintEvent *event)
@@ -241,7 +253,14 @@ void TArrayGroup::ensureRecords(int length)
     const int colWert = m_table->FindColumn(QStringLiteral("Wert"));
     const int colDefault = m_table->FindColumn(QStringLiteral("Defaultwert"));
     const QChar delimiter = m_table->Delimiter() == ',' ? QLatin1Char(',') : QLatin1Char(';');
-    for (const QString &param : std::as_const(m_params)) {
+    const QString ax = axis();
+    // The records of the present length are known already; only those beyond it, or
+    // missing within it, are looked for.
+    const int known = std::min(length, m_arrayLen);
+    const std::vector<int> present = rows();
+    bool added = false;
+    for (int p = 0; p < m_params.size(); ++p) {
+        const QString &param = m_params.at(p);
         const int first = m_table->GetRecNo(recordName(param, 0), false);
         if (first < 0 || colKoord < 0) continue;
         const auto make = [&](int element, const QString &value) {
@@ -256,19 +275,20 @@ void TArrayGroup::ensureRecords(int length)
                 cells << quoted(cell);
             }
             m_table->AppendRowIndexed(cells.join(delimiter));
+            added = true;
         };
         const QString fresh = colDefault >= 0 ? m_table->CellAt(first, colDefault) : QString();
-        const QString ax = axis();
         for (int i = 1; i < length; ++i) {
+            if (i < known && present[size_t(p) * size_t(m_arrayLen) + size_t(i)] >= 0) continue;
             if (m_table->FindParAxUnknown(recordName(param, i), ax) < 0) make(i, fresh);
         }
         const int lengthRow = m_table->FindParAxUnknown(recordName(param, LengthElement), ax);
-        if (lengthRow >= 0)
-            m_table->SetCell(lengthRow, QStringLiteral("Wert"), QString::number(length));
-        else
+        if (lengthRow < 0)
             make(LengthElement, QString::number(length));
+        else if (m_table->Cell(lengthRow, QStringLiteral("Wert")) != QString::number(length))
+            m_table->SetCell(lengthRow, QStringLiteral("Wert"), QString::number(length));
     }
-    m_rows.clear();
+    if (added) m_rows.clear();
 }
 
 // --- element records ---------------------------------------------------------------------------
@@ -298,7 +318,35 @@ const std::vector<int> &TArrayGroup::rows()
     }
     m_rowsKey = {qint64(quintptr(m_table.data())), m_table->RowCount(), m_table->CurrentAx(),
                  m_arrayLen, qint64(qHash(m_params.join(QLatin1Char(','))))};
+    ++m_rowsGeneration;
     return m_rows;
+}
+
+const tables::ElementValues &TArrayGroup::elementValues()
+{
+    using tables::ElementValues;
+    if (!m_values) m_values = std::make_unique<ElementValues>();
+    ElementValues &v = *m_values;
+    const std::vector<int> &r = rows(); // first: looking up may add rows
+    const int col = m_table ? m_table->FindColumn(QStringLiteral("Wert")) : -1;
+    const quint64 revision = m_table ? m_table->CellRevision() : 0;
+    if (v.rowsGeneration == m_rowsGeneration && v.cellRevision == revision && v.column == col &&
+        v.length == m_arrayLen && v.kind.size() == r.size())
+        return v;
+    v.littleEndian.resize(r.size());
+    v.kind.resize(r.size());
+    for (size_t k = 0; k < r.size(); ++k) {
+        quint32 value = 0;
+        v.kind[k] = r[k] >= 0 && col >= 0
+                        ? tables::classifyValue(m_table->CellAt(r[k], col), value)
+                        : ElementValues::Empty;
+        v.littleEndian[k] = qToLittleEndian(value);
+    }
+    v.rowsGeneration = m_rowsGeneration;
+    v.cellRevision = revision;
+    v.column = col;
+    v.length = m_arrayLen;
+    return v;
 }
 
 int TArrayGroup::row(int param, int element)

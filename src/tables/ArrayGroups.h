@@ -10,11 +10,15 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace drivewiz {
 
 class TArrayPara;
+namespace tables {
+struct ElementValues;
+}
 
 /// Array parameters of equal length edited together, one element (a record) at a time.
 ///
@@ -146,10 +150,12 @@ private:
     void ensureRecords(int length);
     bool chooseFile(QString &fileName, const QString &title, bool save, bool ask);
     const std::vector<int> &rows();
+    const tables::ElementValues &elementValues();
     int row(int param, int element);
     QString axis() const;
     void leaveFocusedControl();
     bool transfer(bool store);
+    void formAccepted();
 
     QString m_paramList;
     QStringList m_params;
@@ -163,6 +169,8 @@ private:
     // were when they were looked up.
     std::vector<int> m_rows;
     std::vector<qint64> m_rowsKey;
+    quint64 m_rowsGeneration = 0; // counts the look-ups of m_rows
+    std::unique_ptr<tables::ElementValues> m_values;
 };
 
 } // namespace drivewiz

@@ -13,8 +13,10 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QtEndian>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -116,31 +118,106 @@ QByteArray encodeFile(const QString &text)
 
 } // namespace
 
+namespace {
+
+// The file as ASCII bytes, built from the elements' values where a cell is exactly its
+// number and from the cell otherwise; false at the first cell that is not plain ASCII
+// (or needs quotes), for the general path to take over.
+bool asciiExport(TParaTable *table, const QStringList &params, const std::vector<int> &rows,
+                 const tables::ElementValues &values, int length, QChar separator,
+                 QByteArray &out)
+{
+    using tables::ElementValues;
+    const char sep = char(separator.unicode());
+    if (separator.unicode() >= 0x80 || sep == '"') return false;
+    // With a digit or "-" as separator every number needs a look at its text.
+    const bool numbers = !(sep == '-' || (sep >= '0' && sep <= '9'));
+    const int col = table->FindColumn(QStringLiteral("Wert"));
+    out.clear();
+    out.reserve(qsizetype(length + 1) * (8 + 8 * params.size()));
+    out += "Index";
+    for (const QString &param : params) {
+        out += sep;
+        for (const QChar c : param) {
+            if (c.unicode() >= 0x80) return false;
+            out += char(c.unicode());
+        }
+    }
+    out += "\r\n";
+    // Written through a pointer into room made ahead: a number takes at most 11 characters,
+    // a cell read as text makes its own room.
+    constexpr qsizetype kNumber = 12;
+    qsizetype used = out.size();
+    const auto room = [&](qsizetype bytes) -> char * {
+        if (used + bytes > out.size())
+            out.resize(std::max(used + bytes, out.size() + out.size() / 2 + 1024));
+        return out.data() + used;
+    };
+    for (int i = 0; i < length; ++i) {
+        char *dst = room(kNumber + qsizetype(params.size()) * (kNumber + 1) + 2);
+        dst = std::to_chars(dst, dst + kNumber, i).ptr;
+        for (int p = 0; p < params.size(); ++p) {
+            *dst++ = sep;
+            const size_t k = size_t(p) * size_t(length) + size_t(i);
+            const quint8 kind = values.kind[k];
+            if (kind == ElementValues::Empty) continue;
+            if (numbers && kind != ElementValues::Other) {
+                const quint32 v = qFromLittleEndian(values.littleEndian[k]);
+                dst = kind == ElementValues::Signed ? std::to_chars(dst, dst + kNumber, qint32(v)).ptr
+                                                    : std::to_chars(dst, dst + kNumber, v).ptr;
+                continue;
+            }
+            const QString value = table->CellAt(rows[k], col);
+            used = dst - out.constData();
+            dst = room(value.size() + qsizetype(params.size() - p) * (kNumber + 1) + 2);
+            for (const QChar c : value) {
+                const char16_t u = c.unicode();
+                if (u >= 0x80 || u == sep || u == '"') return false;
+                *dst++ = char(u);
+            }
+        }
+        *dst++ = '\r';
+        *dst++ = '\n';
+        used = dst - out.constData();
+    }
+    out.truncate(used);
+    return true;
+}
+
+} // namespace
+
 bool TArrayGroup::ExportCSV(QString fileName, QChar separator, bool ask)
 {
     if (!m_table) return false;
     if (!chooseFile(fileName, QStringLiteral("Export..."), true, ask)) return false;
     if (separator.isNull()) separator = QLatin1Char(';');
     StoreControlsInParaTable();
+    const tables::ElementValues &values = elementValues();
     const std::vector<int> &r = rows();
-    const int col = m_table->FindColumn(QStringLiteral("Wert"));
-    QString out;
-    out.reserve(qsizetype(m_arrayLen + 1) * (8 + 8 * m_params.size()));
-    out += QStringLiteral("Index");
-    for (const QString &param : std::as_const(m_params))
-        out += separator + param;
-    out += QStringLiteral("\r\n");
-    for (int i = 0; i < m_arrayLen; ++i) {
-        out += QString::number(i);
-        for (int p = 0; p < m_params.size(); ++p) {
-            out += separator;
-            const int at = r[size_t(p) * size_t(m_arrayLen) + size_t(i)];
-            if (at >= 0) appendField(out, m_table->CellAt(at, col), separator);
-        }
+    QByteArray bytes;
+    if (!asciiExport(m_table, m_params, r, values, m_arrayLen, separator, bytes)) {
+        const int col = m_table->FindColumn(QStringLiteral("Wert"));
+        QString out;
+        out += QStringLiteral("Index");
+        for (const QString &param : std::as_const(m_params))
+            out += separator + param;
         out += QStringLiteral("\r\n");
+        for (int i = 0; i < m_arrayLen; ++i) {
+            out += QString::number(i);
+            for (int p = 0; p < m_params.size(); ++p) {
+                out += separator;
+                const int at = r[size_t(p) * size_t(m_arrayLen) + size_t(i)];
+                if (at >= 0) appendField(out, m_table->CellAt(at, col), separator);
+            }
+            out += QStringLiteral("\r\n");
+        }
+        bytes = encodeFile(out);
     }
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(encodeFile(out)) < 0 || !file.commit()) {
+    // Written in place: a copy on the side (QSaveFile) would sync it to the disk, which
+    // costs more than writing it; a failed write is reported all the same.
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size() ||
+        !file.flush()) {
         ShowMessage(QStringLiteral("Export nicht möglich: ") + fileName + QLatin1Char('\r') +
                     file.errorString());
         return false;
@@ -474,24 +551,20 @@ quint32 TArrayGroup::CalcCRC32(quint32 count)
     const int n = int(std::min<quint32>(count, quint32(std::max(m_arrayLen, 0))));
     if (n <= 0 || m_params.isEmpty()) return 0;
     StoreControlsInParaTable();
-    const std::vector<int> &r = rows();
-    const int col = m_table->FindColumn(QStringLiteral("Wert"));
-    QByteArray buffer(qsizetype(n) * m_params.size() * 4, Qt::Uninitialized);
-    uchar *out = reinterpret_cast<uchar *>(buffer.data());
-    for (int p = 0; p < m_params.size(); ++p) {
-        for (int i = 0; i < n; ++i) {
-            const int at = r[size_t(p) * size_t(m_arrayLen) + size_t(i)];
-            qint64 value = 0;
-            if (at >= 0) tables::parseIntegerValue(m_table->CellAt(at, col), value);
-            const quint32 v = quint32(value);
-            *out++ = uchar(v);
-            *out++ = uchar(v >> 8);
-            *out++ = uchar(v >> 16);
-            *out++ = uchar(v >> 24);
-        }
-    }
+    const tables::ElementValues &values = elementValues();
+    const size_t length = size_t(m_arrayLen);
+    const size_t used = size_t(n);
     quint32 crc = 0;
-    crc_check(crc, 0, buffer.constData(), quint32(buffer.size()));
+    if (used == length) { // the values lie one array after the other, as the checksum reads them
+        crc_check(crc, 0, values.littleEndian.data(), quint32(values.littleEndian.size() * 4));
+        return crc;
+    }
+    std::vector<quint32> buffer;
+    buffer.reserve(used * size_t(m_params.size()));
+    for (size_t p = 0; p < size_t(m_params.size()); ++p)
+        buffer.insert(buffer.end(), values.littleEndian.begin() + qsizetype(p * length),
+                      values.littleEndian.begin() + qsizetype(p * length + used));
+    crc_check(crc, 0, buffer.data(), quint32(buffer.size() * 4));
     return crc;
 }
 

@@ -5,7 +5,9 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace drivewiz::tables {
 
@@ -133,10 +135,32 @@ bool parseNumber(QStringView text, double &value)
     return parseNumber(buffer, buffer + n, value);
 }
 
+namespace {
+
+// Plain decimal integers, the common case, without allocating.
+bool plainInteger(QStringView t, qint64 &value)
+{
+    qsizetype i = 0;
+    const bool negative = t[0] == QLatin1Char('-');
+    if (negative || t[0] == QLatin1Char('+')) ++i;
+    if (i == t.size() || t.size() - i > 18) return false;
+    qint64 v = 0;
+    for (; i < t.size(); ++i) {
+        const char16_t c = t[i].unicode();
+        if (c < '0' || c > '9') return false;
+        v = v * 10 + (c - '0');
+    }
+    value = negative ? -v : v;
+    return true;
+}
+
+} // namespace
+
 bool parseIntegerValue(QStringView text, qint64 &value)
 {
     const QStringView t = text.trimmed();
     if (t.isEmpty()) return false;
+    if (plainInteger(t, value)) return true;
     const QString w = t.toString();
     const QString lower = w.toLower();
     const qsizetype n = w.size();
@@ -160,6 +184,27 @@ bool parseIntegerValue(QStringView text, qint64 &value)
     if (!parseNumber(t, d) || std::fabs(d) > 9.2e18) return false;
     value = qint64(std::nearbyint(d)); // the default rounding mode: halves to even
     return true;
+}
+
+ElementValues::Kind classifyValue(QStringView text, quint32 &value)
+{
+    value = 0;
+    if (text.isEmpty()) return ElementValues::Empty;
+    qint64 parsed = 0;
+    const bool ok = parseIntegerValue(text, parsed);
+    value = quint32(parsed);
+    if (!ok || parsed < std::numeric_limits<qint32>::min() ||
+        parsed > std::numeric_limits<quint32>::max())
+        return ElementValues::Other;
+    char digits[16];
+    const auto [end, ec] = std::to_chars(digits, digits + sizeof digits, parsed);
+    Q_UNUSED(ec)
+    if (text.size() != end - digits) return ElementValues::Other;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].unicode() != char16_t(digits[i])) return ElementValues::Other;
+    }
+    return parsed > std::numeric_limits<qint32>::max() ? ElementValues::Unsigned
+                                                        : ElementValues::Signed;
 }
 
 QString qtFileFilter(const QString &filter)

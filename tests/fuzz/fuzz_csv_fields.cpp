@@ -34,7 +34,7 @@ template <class Copy> QStringList copied(const QByteArray &line, bool cp1252, Co
     QStringList cells;
     for (size_t c = 0; c < kColumns; ++c) {
         FUZZ_CHECK(starts[c] <= starts[c + 1] && starts[c + 1] <= written, show(line));
-        cells << QString::fromUtf8(out.data() + starts[c], qsizetype(starts[c + 1] - starts[c]));
+        cells << utf8Text(out.data() + starts[c], qsizetype(starts[c + 1] - starts[c]));
     }
     return cells;
 }
@@ -62,15 +62,15 @@ void checkLine(const importdetail::CsvLineReader &reader, char delim)
     FUZZ_CHECK(copied(line, true, masked) == cp1252, show(line));
     FUZZ_CHECK(copied(line, true, plain) == cp1252, show(line));
     if (!isValidUtf8(line.constData(), line.size())) return;
-    const QStringList utf8 = reference(QString::fromUtf8(line), delim);
+    const QStringList utf8 = reference(utf8Text(line), delim);
     FUZZ_CHECK(copied(line, false, masked) == utf8, show(line));
     FUZZ_CHECK(copied(line, false, plain) == utf8, show(line));
     importdetail::FieldSpan spans[kColumns];
     bool unterminated = false;
     const size_t found = reader.scanFields(spans, kColumns, unterminated);
     for (size_t f = 0; f < kColumns; ++f) {
-        const QString fast = f < found ? QString::fromUtf8(line.constData() + spans[f].begin,
-                                                           qsizetype(spans[f].end - spans[f].begin))
+        const QString fast = f < found ? utf8Text(line.constData() + spans[f].begin,
+                                                  qsizetype(spans[f].end - spans[f].begin))
                                        : QString();
         FUZZ_CHECK(fast == utf8.at(qsizetype(f)), show(line) + " field " + QString::number(f));
     }
@@ -82,7 +82,7 @@ void checkSortKey(const QString &k, const QString &a, const QString &n)
     const importdetail::SortKeyText key(k8.constData(), size_t(k8.size()), a8.constData(),
                                         size_t(a8.size()), n8.constData(), size_t(n8.size()));
     const QString ref = TImportTable::BuildSortString(k.trimmed().toUpper(), a, n).toUpper();
-    FUZZ_CHECK(QString::fromUtf8(key.data(), qsizetype(key.size())) == ref,
+    FUZZ_CHECK(utf8Text(key.data(), qsizetype(key.size())) == ref,
                k + " | " + a + " | " + n);
     if (key.plainCoordinate()) FUZZ_CHECK(IsKoordinate(k), k);
     FUZZ_CHECK(importdetail::isIntegerBytes(a8.constData(), size_t(a8.size())) == IsInteger(a), a);

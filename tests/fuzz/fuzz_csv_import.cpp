@@ -49,7 +49,7 @@ Reference reference(QByteArray bytes)
     if (bytes.startsWith("\xEF\xBB\xBF")) bytes.remove(0, 3);
     const bool cp1252 = !isValidUtf8(bytes.constData(), bytes.size());
     const auto decode = [cp1252](const QByteArray &b) {
-        return cp1252 ? decodeWindows1252(b) : QString::fromUtf8(b);
+        return cp1252 ? decodeWindows1252(b) : utf8Text(b); // a later mark is a character
     };
     const QList<QByteArray> lines = referenceLines(bytes);
     if (lines.isEmpty() || blank(lines.first())) return ref;

@@ -248,3 +248,40 @@ TEST(ImportTableStore, InsertedRowsKeepOverwrittenCellsAndLongKeysWithTheirRows)
     EXPECT_EQ(t.AppendRowIndexed(QStringLiteral("again;A01;1")), 1); // behind the older A01
     EXPECT_TRUE(test::recorder().takeMessages().isEmpty());
 }
+
+TEST(ImportTableStore, TheRevisionNamesTheCellsAsTheyAre)
+{
+    test::recorder().clear();
+    TImportTable t;
+    TImportTable other;
+    t.InitColumnArray(QStringLiteral("Name;Koordinate;Achse;Wert"));
+    other.InitColumnArray(QStringLiteral("Name;Koordinate;Achse;Wert"));
+    EXPECT_NE(t.CellRevision(), other.CellRevision()); // two tables never share one
+
+    quint64 seen = t.CellRevision();
+    const auto changed = [&] {
+        const bool moved = t.CellRevision() != seen;
+        seen = t.CellRevision();
+        return moved;
+    };
+    t.AddRow(QStringLiteral("a;K10.0;1;100"));
+    t.AddRow(QStringLiteral("b;K10.1;1;200"));
+    t.ReBuildMainIndex();
+    EXPECT_TRUE(changed());
+    const int p = t.FindParam(QStringLiteral("K10.1"), QStringLiteral("1"));
+    t.SetValueByColName(p, QStringLiteral("Wert"), QStringLiteral("200")); // the same text
+    EXPECT_FALSE(changed());
+    t.SetValueByColName(p, QStringLiteral("Wert"), QStringLiteral("201"));
+    EXPECT_TRUE(changed());
+    t.SetValueByColName(p, QStringLiteral("Wert"), QStringLiteral("201"));
+    EXPECT_FALSE(changed());
+    t.UpdateRow(QStringLiteral("b;K10.1;1;200"), 1);
+    EXPECT_TRUE(changed());
+    t.InsertNewRow(QStringLiteral("c;K10.2;1;300"), 0);
+    EXPECT_TRUE(changed());
+    EXPECT_GE(t.AppendRowIndexed(QStringLiteral("d;K10.3;1;400")), 0);
+    EXPECT_TRUE(changed());
+    t.Clear();
+    EXPECT_TRUE(changed());
+    EXPECT_TRUE(test::recorder().takeMessages().isEmpty());
+}

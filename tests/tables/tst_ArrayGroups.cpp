@@ -86,6 +86,12 @@ TEST_F(ArrayGroupForm, StartsWithTheTablesLengthAndShowsElementZero)
     EXPECT_EQ(paras[1]->GetText(), QStringLiteral("10"));
     EXPECT_EQ(paras[0]->GetParamName(), QStringLiteral("Position"));
 
+    auto *named = makePara(QStringLiteral("K11.3"));
+    EXPECT_EQ(named->ArrayKoordinate(), QStringLiteral("K11"));
+    named->SetKoordinate(QStringLiteral("1.K12"));
+    EXPECT_EQ(named->ArrayKoordinate(), QStringLiteral("1.K12"));
+    EXPECT_EQ(named->RecordName(2), QStringLiteral("1.K12.2"));
+
     auto *mixed = makeGroup(QStringLiteral("K10, K13"));
     mixed->Loaded();
     EXPECT_EQ(messages(), QStringList({"Error in TArrayGroup.InitArrayLength: Different arrays "
@@ -157,9 +163,13 @@ TEST_F(ArrayGroupForm, LengthChangesAreCheckedAskedAndMakeTheirRecords)
 
 TEST_F(ArrayGroupForm, ElementAccessReportsUnknownElements)
 {
+    auto &rec = drivewiz::test::recorder();
     EXPECT_FALSE(paras[1]->GetArrayElement(7));
+    ASSERT_FALSE(rec.entries().empty());
+    EXPECT_EQ(rec.entries().back().kind, DialogRecorder::Kind::Message);
+    // The coordinate runs straight into the element's text, misspelling and all.
     EXPECT_EQ(messages(), QStringList({"WizardError in TArrayPara.GetArrayElement\rControl name: "
-                                       "P_K11\rKooridnate: K11\rArray-Element unknown (7)"}));
+                                       "P_K11\rKooridnate: K11Array-Element unknown (7)"}));
     EXPECT_EQ(paras[1]->Element(), 0);
     EXPECT_FALSE(paras[1]->SetArrayElement(7));
     EXPECT_EQ(messages(), QStringList({"TArrayPara.SetArrayElement: K11.7 unbekannt!"}));
@@ -310,6 +320,54 @@ TEST_F(ArrayGroupForm, ChecksumIsTheCrcOfTheValuesWhateverTheirText)
     // their text back first.)
     setWert(QStringLiteral("K11.1"), QString());
     EXPECT_EQ(group->CalcCRC32(2), zlibCrc({100, 200, 10, 0, 5, 5}));
+}
+
+// Checksum and export keep the values they read until a cell changes, whoever changes it.
+TEST_F(ArrayGroupForm, ChecksumAndExportFollowEveryChangeOfAValue)
+{
+    const QString file = path(QStringLiteral("follow.csv"));
+    const auto exported = [&] {
+        EXPECT_TRUE(group->ExportCSV(file));
+        return drivewiz::test::readFile(file);
+    };
+    EXPECT_EQ(group->CalcCRC32(4), zlibCrc({100, 200, 300, 400, 10, 20, 30, 40, 5, 5, 5, 5}));
+    EXPECT_TRUE(exported().contains("\r\n1;200;20;5\r\n"));
+
+    // Read from the drive, typed into a control (not yet left: both store what the
+    // controls show first), written into the table, brought by a longer length.
+    goOnline();
+    drive.setValue(drive.addressOf(QStringLiteral("K12.2"), 1), QStringLiteral("-2147483648"));
+    EXPECT_TRUE(group->UpdateArraysFromTool());
+    EXPECT_TRUE(exported().contains("\r\n2;300;30;-2147483648\r\n"));
+    goOnline(omOffline);
+    edit(1)->setText(QStringLiteral("11"));
+    EXPECT_EQ(group->CalcCRC32(1), zlibCrc({100, 11, 5}));
+    group->SetArrayIndex(1);
+    edit(2)->setText(QStringLiteral("-6"));
+    EXPECT_TRUE(exported().contains("\r\n0;100;11;5\r\n1;200;20;-6\r\n"));
+    setWert(QStringLiteral("K10.3"), QStringLiteral("4294967295"));
+    EXPECT_TRUE(exported().contains("\r\n3;4294967295;40;5\r\n"));
+    EXPECT_EQ(group->CalcCRC32(4),
+              zlibCrc({100, 200, 300, -1, 11, 20, 30, 40, 5, -6, INT32_MIN, 5}));
+    group->SetArrayLen(5);
+    EXPECT_EQ(group->CalcCRC32(5), zlibCrc({100, 200, 300, -1, 0, 11, 20, 30, 40, 0, 5, -6,
+                                            INT32_MIN, 5, 0}));
+
+    // Text that is not the plain number it stands for goes out as it was written.
+    setWert(QStringLiteral("K10.0"), QStringLiteral("007"));
+    setWert(QStringLiteral("K11.3"), QStringLiteral("+5"));
+    setWert(QStringLiteral("K10.2"), QStringLiteral("1Fhex"));
+    setWert(QStringLiteral("K10.4"), QStringLiteral("4294967296"));
+    setWert(QStringLiteral("K11.4"), QStringLiteral("-0"));
+    EXPECT_EQ(exported(), QByteArray("Index;K10;K11;K12\r\n0;007;11;5\r\n1;200;20;-6\r\n"
+                                     "2;1Fhex;30;-2147483648\r\n3;4294967295;+5;5\r\n"
+                                     "4;4294967296;-0;0\r\n"));
+    EXPECT_EQ(group->CalcCRC32(5), zlibCrc({7, 200, 31, -1, 0, 11, 20, 30, 5, 0, 5, -6,
+                                            INT32_MIN, 5, 0}));
+    // A separator that numbers are written with reads every cell as text.
+    ASSERT_TRUE(group->ExportCSV(file, QLatin1Char('-')));
+    EXPECT_TRUE(drivewiz::test::readFile(file).contains("\r\n1-200-20-\"-6\"\r\n"));
+    EXPECT_TRUE(messages().isEmpty());
 }
 
 TEST_F(ArrayGroupForm, HostileImportsChangeNothingAndSayWhere)

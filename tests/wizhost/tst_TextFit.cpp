@@ -1,5 +1,6 @@
 // Nothing cut off, nothing on top of each other: every wizard the demo host offers, in
-// German and English, offline and in read-back, on every page, and the host's window.
+// German and English, offline and in read-back, on every page, the host's window and
+// its measurement window.
 // A label, button, check box, radio button, group title, field or list that is narrower
 // or lower than its text, that its parents clip, or whose text overlaps another text,
 // fails the test. CTest runs it at 96 and at 192 dots per inch (QT_SCALE_FACTOR 1 and 2).
@@ -7,6 +8,7 @@
 #include "session_fixture.h"
 
 #include "HostWindow.h"
+#include "TablesDemo.h"
 #include "lang/wizSprache.h"
 
 #include <gtest/gtest.h>
@@ -268,6 +270,19 @@ TEST_F(TextFit, TheHostWindowShowsEveryTextWhole)
         session->setLanguage(language);
         settle();
         problems << check(&window, QStringLiteral("host window, language %1").arg(language));
+    }
+    EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString();
+}
+
+TEST_F(TextFit, TheMeasurementWindowShowsEveryTextWhole)
+{
+    QStringList problems;
+    for (int language : {1, 2}) {
+        session->setLanguage(language);
+        MeasurementWindow window(*session);
+        window.show();
+        settle();
+        problems << check(&window, QStringLiteral("measurement window, language %1").arg(language));
     }
     EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString();
 }
