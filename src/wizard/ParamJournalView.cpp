@@ -134,19 +134,23 @@ void TParamJournalView::setJournal(const ParamJournal::ReadResult &journal)
     const TParaTable *t = m_table;
     m_model->removeRows(0, m_model->rowCount());
     m_model->setRowCount(int(m_entries.size()));
+    const QDate today = QDate::currentDate();
     for (int i = 0; i < m_entries.size(); ++i) {
         const ParamWrite &w = m_entries.at(i).write;
-        const QString cells[] = {
-            QLocale().toString(w.time, QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
-            w.key.text(),
-            w.oldValue,
-            w.newValue,
-            paramSetText(t, originKey(w.origin)),
-            paramSetText(t, modeKey(w.mode)),
-            answerText(t, w)};
+        // Today's lines show the time alone; the tool tip always gives date and time.
+        const QString full =
+            w.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+        const QString cells[] = {w.time.toLocalTime().date() == today ? full.mid(11) : full,
+                                 w.key.text(),
+                                 w.oldValue,
+                                 w.newValue,
+                                 paramSetText(t, originKey(w.origin)),
+                                 paramSetText(t, modeKey(w.mode)),
+                                 answerText(t, w)};
         for (int c = 0; c < ColumnCount; ++c) {
             auto *item = new QStandardItem(cells[c]);
             item->setData(i, Qt::UserRole);
+            if (c == ColTime) item->setToolTip(full);
             m_model->setItem(i, c, item);
         }
     }
@@ -221,9 +225,13 @@ bool TParamJournalView::eventFilter(QObject *watched, QEvent *event)
 QSize TParamJournalView::sizeHint() const
 {
     const QFontMetrics fm = fontMetrics();
-    int width = fm.horizontalAdvance(QStringLiteral("2026-01-01 00:00:00.000")) +
-                fm.averageCharWidth() * 70;
-    return QSize(width, fm.lineSpacing() * 24);
+    const int list = paramviews::listWidth(m_view, fm.averageCharWidth() * 30);
+    const int bottom = fm.horizontalAdvance(m_count->text()) + m_back->sizeHint().width() +
+                       fm.averageCharWidth() * 6;
+    return QSize(std::max({list, bottom, fm.averageCharWidth() * 60}) +
+                     layout()->contentsMargins().left() + layout()->contentsMargins().right() +
+                     fm.averageCharWidth(),
+                 std::max(QWidget::sizeHint().height(), fm.lineSpacing() * 24));
 }
 
 // --- dialog ----------------------------------------------------------------------------------
@@ -259,6 +267,7 @@ TParamJournalDialog *TParamJournalDialog::create(QWidget *parent, TParaTable *ta
     dialog->m_view->setJournal(ParamJournal::read(fileName));
     dialog->m_close->setText(paramViewText(table, "Close"));
     dialog->setWindowTitle(paramViewText(table, "JournalTitle"));
+    paramviews::fitDialog(dialog);
     return dialog;
 }
 
