@@ -1,6 +1,7 @@
 #include "HostWindow.h"
 
 #include "HardwareChooser.h"
+#include "ParamSetMenu.h"
 #include "TablesDemo.h"
 
 #include "lang/wizSprache.h"
@@ -124,6 +125,7 @@ void HostWindow::buildMenus()
     m_quit = m_menuFile->addAction(QStringLiteral("Quit"));
     m_quit->setShortcut(QKeySequence::Quit);
     connect(m_quit, &QAction::triggered, qApp, &QApplication::quit);
+    m_paramSets = new ParamSetMenu(m_session, menuBar(), this);
     m_menuHelp = menuBar()->addMenu(QStringLiteral("Help"));
     m_menuHelp->addAction(QStringLiteral("drivewiz"), this, [this] {
         QMessageBox::about(this, windowTitle(),
@@ -180,6 +182,7 @@ void HostWindow::translate()
     m_menuHelp->setTitle(m_session.caption(QStringLiteral("cMenuHelp"), m_menuHelp->title()));
     m_quit->setText(m_session.caption(QStringLiteral("cMenuQuit"), m_quit->text()));
     m_hardware->translate();
+    m_paramSets->translate();
     showSettings();
 }
 

@@ -20,6 +20,7 @@ namespace drivewiz::wizhost {
 /// online mode, the drive's enable, the user level and the language, and the log of what
 /// the host wrote to the drive. Captions come from section "Demo" of the language file.
 class HardwareChooser;
+class ParamSetMenu;
 
 class HostWindow : public QMainWindow
 {
@@ -30,6 +31,8 @@ public:
 
     /// Opens a wizard modally (the window's switches stay usable).
     void openWizard(Wizard which);
+    /// The menu of parameter sets, undo and redo for the open wizard.
+    ParamSetMenu *paramSetMenu() const { return m_paramSets; }
 
 private:
     QWidget *buildControls();
@@ -54,6 +57,7 @@ private:
     QMenu *m_menuFile = nullptr;
     QMenu *m_menuHelp = nullptr;
     QAction *m_quit = nullptr;
+    ParamSetMenu *m_paramSets = nullptr;
 };
 
 } // namespace drivewiz::wizhost

@@ -87,6 +87,7 @@ int Tour::run()
     tourMeasurement();
     walkInputs();
     walkOutputs();
+    walkSets();
     m_session.setOnlineMode(DWZ_OFFLINE);
     settle(200);
     shoot(&m_window, QStringLiteral("99-host-log"));

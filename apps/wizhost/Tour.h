@@ -11,6 +11,7 @@ class QWidget;
 
 namespace drivewiz {
 class DialogRecorder;
+class TwizParamViews;
 }
 
 namespace drivewiz::wizhost {
@@ -57,6 +58,12 @@ private:
     void chooseSource(QWidget *form, const QString &input, int key);
     void tickBit(QWidget *form, const QString &bar, int bit);
     void chooseHardware(int family, int board);
+
+    // The parameter views (Tour_sets.cpp).
+    void walkSets();
+    void compareDefaults(TwizParamViews *views);
+    void journal(TwizParamViews *views);
+    void goOnline(QWidget *form, TwizParamViews *views, int logBefore);
 
     // The wizard "Outputs and encoder" (Tour_outputs.cpp).
     void walkOutputs();

@@ -5,6 +5,7 @@
 
 #include "lang/wizSprache.h"
 #include "paramctrls/ParamCtrls.h"
+#include "paramctrls/ParamEditSession.h"
 #include "paramtable/ParaTable.h"
 #include "platform/dialogs.h"
 #include "platform/screen.h"
@@ -151,6 +152,10 @@ void TwizPageControl::closeForm(int result)
             return;
         }
     } else if (form->close()) {
+        if (result == mrCancel) {
+            // Cancelled: the values go back, and so do the steps that led to them.
+            if (ParamEditSession *session = ParamEditSession::find(form)) session->discard();
+        }
         return;
     }
     form->setProperty(ModalResultProperty, int(mrNone));
@@ -188,7 +193,10 @@ void TwizPageControl::MyOnShow()
     QSize size = form->size();
     if (height > 0 && height < QWIDGETSIZE_MAX) size.setHeight(mulDiv(height, ppi, 96));
     if (width > 0 && width < QWIDGETSIZE_MAX) size.setWidth(mulDiv(width, ppi, 96));
-    // A size stored on a larger screen must not push the buttons off this one.
+    // A size stored where the screen was small (or the scale large) would cut the form's
+    // contents here: the form opens at least as large as it was built. A size stored on a
+    // larger screen must not push the buttons off this one.
+    size = size.expandedTo(form->size());
     if (const QScreen *screen = form->screen())
         size = size.boundedTo(screen->availableGeometry().size());
     if (size != form->size()) form->resize(size);
@@ -234,8 +242,12 @@ bool TwizPageControl::OnFormKeyPress(QKeyEvent *event)
             button->click();
             return true;
         }
-        const QString question =
+        QString question =
             s_TerminateWiz + QStringLiteral("?\r(") + s_ModifWillRetain + QStringLiteral(")");
+        if (const ParamEditSession *session = ParamEditSession::find(this)) {
+            const QString changed = session->changedSummary();
+            if (!changed.isEmpty()) question += QStringLiteral("\r\r") + changed;
+        }
         if (MessageDlg(question, MsgDlgType::Confirmation, mbYesNo) == mrYes) {
             commitFocusedControl(); // the changes are kept: the focused field's too
             CancelWizard();

@@ -355,6 +355,16 @@ TEST_F(Closing, FormSizeIsStoredAndRestoredAt96PixelsPerInch)
     EXPECT_EQ(form->size(), QSize(560, 480));
 }
 
+TEST_F(Closing, AStoredSizeSmallerThanTheFormIsNotRestored)
+{
+    hostMode(omOnline);
+    form->resize(400, 300); // as a run on a small screen stores it
+    ASSERT_TRUE(form->close());
+    form->resize(700, 600);
+    form->show();
+    EXPECT_EQ(form->size(), QSize(700, 600));
+}
+
 using Keys = WizardForm;
 
 TEST_F(Keys, EscapeRestoresAChangedFieldFirstAndCancelsSecond)
