@@ -11,44 +11,13 @@ set -uo pipefail
 
 host=$1
 xdotool=${2:-xdotool}
-work=$(mktemp -d)
-log="$work/wizhost.log"
-pid=""
-
-cleanup() {
-  if [ -n "$pid" ] && kill -0 "$pid" 2>/dev/null; then
-    kill "$pid" 2>/dev/null
-    for _ in $(seq 1 50); do kill -0 "$pid" 2>/dev/null || break; sleep 0.1; done
-    kill -9 "$pid" 2>/dev/null
-  fi
-  rm -rf "$work"
-}
-trap cleanup EXIT
-
-fail() {
-  echo "FAIL: $*" >&2
-  echo "--- wizhost log" >&2; cat "$log" >&2 2>/dev/null
-  echo "--- wizhost output" >&2; tail -n 30 "$work/out.txt" >&2 2>/dev/null
-  exit 1
-}
-
-# waits up to $1 tenths of a second for the command that follows to succeed
-waitfor() {
-  local tenths=$1; shift
-  for _ in $(seq 1 "$tenths"); do "$@" && return 0; sleep 0.1; done
-  return 1
-}
+# shellcheck source=e2e_common.sh
+source "$(dirname "$0")/e2e_common.sh"
 
 key() { timeout 5 "$xdotool" key --clearmodifiers "$@" || fail "cannot press $*"; sleep 0.3; }
 
-[ -n "${DISPLAY:-}" ] || fail "no X display"
-export QT_QPA_PLATFORM=xcb
-"$host" 2 --open inputs --log "$log" >"$work/out.txt" 2>&1 &
-pid=$!
-
-find_window() { wid=$(timeout 5 "$xdotool" search --name '^Inputs$' 2>/dev/null | head -n 1); [ -n "$wid" ]; }
-waitfor 300 find_window || fail "the Inputs wizard's window did not appear"
-waitfor 100 grep -q "opened" "$log" || fail "the host did not report the wizard"
+start_host 2 --open inputs
+wait_window '^Inputs$'
 sleep 2 # the first source field (quick stop, A60 = 3: BE1) takes the focus once it shows
 timeout 5 "$xdotool" windowfocus --sync "$wid" 2>/dev/null || true
 

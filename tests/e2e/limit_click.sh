@@ -11,32 +11,8 @@ set -uo pipefail
 
 host=$1
 xdotool=${2:-xdotool}
-work=$(mktemp -d)
-log="$work/wizhost.log"
-pid=""
-
-cleanup() {
-  if [ -n "$pid" ] && kill -0 "$pid" 2>/dev/null; then
-    kill "$pid" 2>/dev/null
-    for _ in $(seq 1 50); do kill -0 "$pid" 2>/dev/null || break; sleep 0.1; done
-    kill -9 "$pid" 2>/dev/null
-  fi
-  rm -rf "$work"
-}
-trap cleanup EXIT
-
-fail() {
-  echo "FAIL: $*" >&2
-  echo "--- wizhost log" >&2; cat "$log" >&2 2>/dev/null
-  echo "--- wizhost output" >&2; tail -n 30 "$work/out.txt" >&2 2>/dev/null
-  exit 1
-}
-
-waitfor() {
-  local tenths=$1; shift
-  for _ in $(seq 1 "$tenths"); do "$@" && return 0; sleep 0.1; done
-  return 1
-}
+# shellcheck source=e2e_common.sh
+source "$(dirname "$0")/e2e_common.sh"
 
 picture() {
   [ -n "${E2E_PICTURES:-}" ] && command -v xwd >/dev/null && command -v pnmtopng >/dev/null || return 0
@@ -44,12 +20,10 @@ picture() {
   xwd -root -silent | xwdtopnm 2>/dev/null | pnmtopng >"$E2E_PICTURES/$1.png" 2>/dev/null
 }
 
-[ -n "${DISPLAY:-}" ] || fail "no X display"
-export QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=2
+export QT_SCALE_FACTOR=2
 # The wizard's stored size stays out of the source tree's sample folder.
 cp -r "$(dirname "$0")/../../data/sample" "$work/data"
-"$host" 1 --data "$work/data" --open setup --log "$log" >"$work/out.txt" 2>&1 &
-pid=$!
+start_host 1 --data "$work/data" --open setup
 
 find_window() { wid=$(timeout 5 "$xdotool" search --name "^Inbetriebnahme-Assistent$" 2>/dev/null | head -n 1); [ -n "$wid" ]; }
 waitfor 300 find_window || fail "the set-up wizard's window did not appear"

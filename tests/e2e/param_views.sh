@@ -13,47 +13,16 @@ set -uo pipefail
 host=$1
 xdotool=${2:-xdotool}
 value=42
-work=$(mktemp -d)
-log="$work/wizhost.log"
-pid=""
-
-cleanup() {
-  if [ -n "$pid" ] && kill -0 "$pid" 2>/dev/null; then
-    kill "$pid" 2>/dev/null
-    for _ in $(seq 1 50); do kill -0 "$pid" 2>/dev/null || break; sleep 0.1; done
-    kill -9 "$pid" 2>/dev/null
-  fi
-  rm -rf "$work"
-}
-trap cleanup EXIT
-
-fail() {
-  echo "FAIL: $*" >&2
-  echo "--- wizhost log" >&2; cat "$log" >&2 2>/dev/null
-  echo "--- wizhost output" >&2; tail -n 30 "$work/out.txt" >&2 2>/dev/null
-  exit 1
-}
-
-# waits up to $1 tenths of a second for the command that follows to succeed
-waitfor() {
-  local tenths=$1; shift
-  for _ in $(seq 1 "$tenths"); do "$@" && return 0; sleep 0.1; done
-  return 1
-}
+# shellcheck source=e2e_common.sh
+source "$(dirname "$0")/e2e_common.sh"
 
 key() { timeout 5 "$xdotool" key --clearmodifiers "$@" || fail "cannot press $*"; sleep 0.3; }
 focus() { timeout 5 "$xdotool" windowfocus --sync "$1" 2>/dev/null || true; sleep 0.3; }
 
-[ -n "${DISPLAY:-}" ] || fail "no X display"
-export QT_QPA_PLATFORM=xcb
-"$host" 2 --open setup --log "$log" >"$work/out.txt" 2>&1 &
-pid=$!
-
-find_wizard() { wid=$(timeout 5 "$xdotool" search --name "Drive set-up wizard" 2>/dev/null | head -n 1); [ -n "$wid" ]; }
+start_host 2 --open setup
 find_host() { hid=$(timeout 5 "$xdotool" search --name "^drivewiz demo" 2>/dev/null | head -n 1); [ -n "$hid" ]; }
 find_compare() { cid=$(timeout 5 "$xdotool" search --name "^Compare parameters$" 2>/dev/null | head -n 1); [ -n "$cid" ]; }
-waitfor 300 find_wizard || fail "the set-up wizard's window did not appear"
-waitfor 100 grep -q "opened" "$log" || fail "the host did not report the wizard"
+wait_window "Drive set-up wizard"
 waitfor 50 find_host || fail "the host's window was not found"
 sleep 1 # the first field (A80) takes the focus once the wizard shows
 focus "$wid"
